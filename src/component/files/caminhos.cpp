@@ -1,0 +1,39 @@
+#include "component/files/caminhos.hpp"
+
+#include <system_error>
+
+namespace quorv::caminhos {
+
+std::filesystem::path Caminho(std::string_view utf8) {
+  return std::filesystem::u8path(utf8.begin(), utf8.end());
+}
+
+bool DiretorioExiste(std::string_view utf8) {
+  if (utf8.empty()) return false;
+  std::error_code erro;
+  return std::filesystem::is_directory(Caminho(utf8), erro);
+}
+
+std::string Advertencias(std::string_view diretorio) {
+#ifdef _WIN32
+  constexpr char kSeparador = '\\';
+#else
+  constexpr char kSeparador = '/';
+#endif
+  std::string caminho(diretorio);
+  caminho += kSeparador;
+  caminho += kAdvertencias;
+  return caminho;
+}
+
+bool Existe(std::string_view utf8) {
+  std::error_code erro;
+  return !utf8.empty() && std::filesystem::exists(Caminho(utf8), erro);
+}
+
+void Apaga(std::string_view utf8) {
+  std::error_code erro;
+  std::filesystem::remove(Caminho(utf8), erro);
+}
+
+}  // namespace quorv::caminhos

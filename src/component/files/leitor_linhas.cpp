@@ -1,0 +1,117 @@
+#include "component/files/leitor_linhas.hpp"
+
+#include <algorithm>
+#include <cstring>
+#include <system_error>
+
+#include "component/files/caminhos.hpp"
+
+namespace quorv {
+
+LeitorLinhas::LeitorLinhas() : buffer_(new char[kBuffer]) {
+  cabeca_.reserve(kGuardado);
+}
+
+LeitorLinhas::~LeitorLinhas() {
+  Fechar();
+}
+
+bool LeitorLinhas::Abrir(std::string_view caminhoUtf8) {
+  Fechar();
+  const std::filesystem::path caminho = caminhos::Caminho(caminhoUtf8);
+  std::error_code erro;
+  if (caminhoUtf8.empty() || !std::filesystem::is_regular_file(caminho, erro)) return false;
+#ifdef _WIN32
+  arquivo_ = _wfopen(caminho.c_str(), L"rb");
+#else
+  arquivo_ = std::fopen(caminho.c_str(), "rb");
+#endif
+  if (arquivo_ == nullptr) return false;
+  const std::uintmax_t tamanho = std::filesystem::file_size(caminho, erro);
+  tamanho_ = erro ? 0 : tamanho;
+  inicio_ = fim_ = 0;
+  lidos_ = 0;
+  esgotado_ = false;
+  return true;
+}
+
+void LeitorLinhas::Fechar() {
+  if (arquivo_ != nullptr) std::fclose(arquivo_);
+  arquivo_ = nullptr;
+  esgotado_ = true;
+  inicio_ = fim_ = 0;
+}
+
+bool LeitorLinhas::Reabastece() {
+  if (esgotado_) return false;
+  if (inicio_ > 0) {
+    std::memmove(buffer_.get(), buffer_.get() + inicio_, fim_ - inicio_);
+    fim_ -= inicio_;
+    inicio_ = 0;
+  }
+  const std::size_t lidos = std::fread(buffer_.get() + fim_, 1, kBuffer - fim_, arquivo_);
+  // A read error ends the file as its end does: what was read stays readable.
+  if (lidos == 0) esgotado_ = true;
+  fim_ += lidos;
+  lidos_ += lidos;
+  return lidos > 0;
+}
+
+bool LeitorLinhas::Fim() {
+  return inicio_ == fim_ && !Reabastece();
+}
+
+bool LeitorLinhas::Proxima(Linha& linha) {
+  if (Fim()) return false;
+  for (;;) {
+    const char* inicio = buffer_.get() + inicio_;
+    const std::size_t disponivel = fim_ - inicio_;
+    const auto* quebra = static_cast<const char*>(std::memchr(inicio, '\n', disponivel));
+    if (quebra != nullptr) {
+      std::size_t tamanho = static_cast<std::size_t>(quebra - inicio);
+      inicio_ += tamanho + 1;
+      if (tamanho > 0 && inicio[tamanho - 1] == '\r') --tamanho;
+      linha.texto = std::string_view(inicio, tamanho);
+      linha.comprimento = tamanho;
+      return true;
+    }
+    if (disponivel == kBuffer) return LinhaLonga(linha);
+    if (!Reabastece()) {
+      linha.texto = std::string_view(buffer_.get() + inicio_, fim_ - inicio_);
+      linha.comprimento = fim_ - inicio_;
+      inicio_ = fim_;
+      return true;
+    }
+  }
+}
+
+// A line longer than the buffer: keep its head, count the rest as it streams past.
+bool LeitorLinhas::LinhaLonga(Linha& linha) {
+  cabeca_.assign(buffer_.get(), kGuardado);
+  std::uint64_t comprimento = fim_ - inicio_;
+  bool terminaEmCR = buffer_[fim_ - 1] == '\r';
+  inicio_ = fim_;
+  while (Reabastece()) {
+    const char* inicio = buffer_.get() + inicio_;
+    const std::size_t disponivel = fim_ - inicio_;
+    const auto* quebra = static_cast<const char*>(std::memchr(inicio, '\n', disponivel));
+    if (quebra != nullptr) {
+      const auto tamanho = static_cast<std::size_t>(quebra - inicio);
+      if (tamanho > 0) terminaEmCR = inicio[tamanho - 1] == '\r';
+      comprimento += tamanho;
+      inicio_ += tamanho + 1;
+      if (terminaEmCR) --comprimento;
+      linha.texto = cabeca_;
+      linha.comprimento = comprimento;
+      return true;
+    }
+    comprimento += disponivel;
+    terminaEmCR = inicio[disponivel - 1] == '\r';
+    inicio_ = fim_;
+  }
+  linha.texto = cabeca_;
+  linha.comprimento = comprimento;
+  return true;
+}
+
+}  // namespace quorv

@@ -1,0 +1,193 @@
+#include "component/shared/texto.hpp"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <system_error>
+
+namespace quorv::texto {
+namespace {
+
+bool EhDigito(char c) {
+  return c >= '0' && c <= '9';
+}
+
+bool EhMarcaDecimal(char c) {
+  return c == ',' || c == '.';
+}
+
+// The parts of a numeric text: sign, digits before and after the decimal mark.
+struct PartesNumero {
+  bool negativo = false;
+  std::string_view inteira;
+  std::string_view fracao;
+};
+
+// Splits a numeric text into its parts; empty when the text is not numeric.
+std::optional<PartesNumero> Decompoe(std::string_view texto) {
+  const std::string_view t = Apara(texto);
+  PartesNumero partes;
+  std::size_t i = 0;
+  if (i < t.size() && (t[i] == '+' || t[i] == '-')) {
+    partes.negativo = t[i] == '-';
+    ++i;
+  }
+  const std::size_t inicioInteira = i;
+  while (i < t.size() && EhDigito(t[i]))
+    ++i;
+  partes.inteira = t.substr(inicioInteira, i - inicioInteira);
+  if (i < t.size() && EhMarcaDecimal(t[i])) {
+    ++i;
+    const std::size_t inicioFracao = i;
+    while (i < t.size() && EhDigito(t[i]))
+      ++i;
+    partes.fracao = t.substr(inicioFracao, i - inicioFracao);
+  }
+  if (i != t.size() || (partes.inteira.empty() && partes.fracao.empty())) return std::nullopt;
+  return partes;
+}
+
+}  // namespace
+
+std::string_view Campo(std::string_view linha, Coluna coluna) {
+  const auto inicio = static_cast<std::size_t>(coluna.inicio - 1);
+  if (inicio >= linha.size()) return {};
+  return linha.substr(inicio, static_cast<std::size_t>(coluna.largura));
+}
+
+std::string_view Apara(std::string_view texto) {
+  const std::size_t primeiro = texto.find_first_not_of(' ');
+  if (primeiro == std::string_view::npos) return {};
+  const std::size_t ultimo = texto.find_last_not_of(' ');
+  return texto.substr(primeiro, ultimo - primeiro + 1);
+}
+
+bool EmBranco(std::string_view texto) {
+  return Apara(texto).empty();
+}
+
+bool IgualSemCaixa(std::string_view texto, std::string_view palavra) {
+  const std::string_view t = Apara(texto);
+  if (t.size() != palavra.size()) return false;
+  for (std::size_t i = 0; i < t.size(); ++i) {
+    char c = t[i];
+    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+    if (c != palavra[i]) return false;
+  }
+  return true;
+}
+
+std::optional<double> Numero(std::string_view texto) {
+  const auto partes = Decompoe(texto);
+  if (!partes) return std::nullopt;
+  // The value is read from "digits.digits" in the C form, which std::from_chars reads the same
+  // way under every locale.
+  std::array<char, 64> curto{};
+  std::string longo;
+  const std::size_t tamanho = partes->inteira.size() + 1 + partes->fracao.size();
+  char* inicio = curto.data();
+  if (tamanho > curto.size()) {
+    longo.resize(tamanho);
+    inicio = longo.data();
+  }
+  char* p = inicio;
+  for (char c : partes->inteira)
+    *p++ = c;
+  if (partes->inteira.empty()) *p++ = '0';
+  if (!partes->fracao.empty()) {
+    *p++ = '.';
+    for (char c : partes->fracao)
+      *p++ = c;
+  }
+  double valor = 0;
+  if (std::from_chars(inicio, p, valor).ec == std::errc::result_out_of_range) {
+    // Too many digits for a double: huge when a whole digit is not zero, else next to nothing.
+    const bool grande = partes->inteira.find_first_not_of('0') != std::string_view::npos;
+    valor = grande ? std::numeric_limits<double>::infinity() : 0.0;
+  }
+  return partes->negativo ? -valor : valor;
+}
+
+double NumeroOuMenosUm(std::string_view texto) {
+  return Numero(texto).value_or(-1);
+}
+
+int32_t InteiroOuMenosUm(std::string_view texto) {
+  const auto valor = Numero(texto);
+  if (!valor) return -1;
+  // Halves go to the even neighbour, as the run time's conversion to a whole number does.
+  double inteiro = std::floor(*valor);
+  const double resto = *valor - inteiro;
+  if (resto > 0.5 || (resto == 0.5 && std::fmod(inteiro, 2.0) != 0)) inteiro += 1;
+  if (inteiro < std::numeric_limits<int32_t>::min() ||
+      inteiro > std::numeric_limits<int32_t>::max()) {
+    return -1;
+  }
+  return static_cast<int32_t>(inteiro);
+}
+
+double ValorInicial(std::string_view texto) {
+  std::size_t i = texto.find_first_not_of(' ');
+  if (i == std::string_view::npos) return 0;
+  bool negativo = false;
+  if (texto[i] == '+' || texto[i] == '-') {
+    negativo = texto[i] == '-';
+    ++i;
+  }
+  double valor = 0;
+  for (; i < texto.size() && EhDigito(texto[i]); ++i)
+    valor = valor * 10 + (texto[i] - '0');
+  if (i < texto.size() && texto[i] == '.') {
+    double escala = 0.1;
+    for (++i; i < texto.size() && EhDigito(texto[i]); ++i) {
+      valor += (texto[i] - '0') * escala;
+      escala /= 10;
+    }
+  }
+  return negativo ? -valor : valor;
+}
+
+std::string MascaraZeros(std::string_view texto, int largura) {
+  const auto partes = Decompoe(texto);
+  if (!partes) return std::string(texto);
+  std::string digitos(partes->inteira);
+  if (!partes->fracao.empty() && partes->fracao[0] >= '5') {
+    // Rounds half away from zero by carrying one into the whole digits.
+    std::size_t i = digitos.size();
+    while (i > 0 && digitos[i - 1] == '9')
+      digitos[--i] = '0';
+    if (i == 0) {
+      digitos.insert(digitos.begin(), '1');
+    } else {
+      ++digitos[i - 1];
+    }
+  }
+  const std::size_t zeros = digitos.find_first_not_of('0');
+  digitos.erase(0, zeros == std::string::npos ? digitos.size() : zeros);
+  const bool negativo = partes->negativo && !digitos.empty();
+  if (digitos.size() < static_cast<std::size_t>(largura)) {
+    digitos.insert(0, static_cast<std::size_t>(largura) - digitos.size(), '0');
+  }
+  if (negativo) digitos.insert(digitos.begin(), '-');
+  return digitos;
+}
+
+std::string MascaraZeros(double valor, int largura) {
+  return MascaraZeros(TextoDoNumero(std::round(valor)), largura);
+}
+
+std::string TextoDoNumero(double valor) {
+  if (valor == 0) return "0";
+  std::array<char, 400> buffer{};
+  const auto fim =
+      std::to_chars(buffer.data(), buffer.data() + buffer.size(), valor, std::chars_format::fixed)
+          .ptr;
+  std::string texto(buffer.data(), fim);
+  for (char& c : texto) {
+    if (c == '.') c = ',';
+  }
+  return texto;
+}
+
+}  // namespace quorv::texto

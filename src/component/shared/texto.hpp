@@ -1,0 +1,63 @@
+// Reading fixed-width fields: columns, blanks, numbers and zero-padded masks. Everything works
+// on single-byte text in place, without allocating, and never looks at the machine's locale.
+#ifndef QUORVVALIDA_SRC_COMPONENT_SHARED_TEXTO_HPP_
+#define QUORVVALIDA_SRC_COMPONENT_SHARED_TEXTO_HPP_
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quorv::texto {
+
+// A field of a fixed-width record: 1-based first column and width.
+struct Coluna {
+  int inicio;
+  int largura;
+};
+
+// The field's text in the line; what the line does not reach is left out.
+std::string_view Campo(std::string_view linha, Coluna coluna);
+
+// The text without blanks (spaces) at either end.
+std::string_view Apara(std::string_view texto);
+
+// True when the text is empty after trimming blanks.
+bool EmBranco(std::string_view texto);
+
+// True when the trimmed text, upper-cased (ASCII), equals the expected upper-case word.
+bool IgualSemCaixa(std::string_view texto, std::string_view palavra);
+
+// The value of a numeric text (see geral.hpp for what counts as numeric); empty otherwise.
+std::optional<double> Numero(std::string_view texto);
+
+// True when the text is numeric.
+inline bool EhNumerico(std::string_view texto) {
+  return Numero(texto).has_value();
+}
+
+// The value of a numeric text, -1 otherwise (the sentinel of the shared routines).
+double NumeroOuMenosUm(std::string_view texto);
+
+// The value of a numeric text rounded half to even into 32 bits; -1 when not numeric or too big.
+int32_t InteiroOuMenosUm(std::string_view texto);
+
+// The leading number of a text: blanks skipped, an optional sign, digits and one "." with
+// digits, read up to the first character that cannot continue it; 0 when there is none.
+double ValorInicial(std::string_view texto);
+
+// A numeric text laid into a mask of `largura` zeros: the value rounded half away from zero,
+// with leading zeros (and a "-" before them when negative). A text that is not numeric comes
+// back unchanged, as a mask of digit placeholders leaves text.
+std::string MascaraZeros(std::string_view texto, int largura);
+
+// A number laid into a mask of `largura` zeros, rounded half away from zero.
+std::string MascaraZeros(double valor, int largura);
+
+// The shortest fixed-point text that reads back as the same number, with "," as the decimal
+// mark whatever the machine's locale ("0" for zero, "123", "0,5").
+std::string TextoDoNumero(double valor);
+
+}  // namespace quorv::texto
+
+#endif  // QUORVVALIDA_SRC_COMPONENT_SHARED_TEXTO_HPP_

@@ -1,0 +1,168 @@
+// The state of one producer-invoice run, owned by its Validacao object, and the run itself.
+#ifndef QUORVVALIDA_SRC_INVOICES_EXECUCAO_NOTAS_HPP_
+#define QUORVVALIDA_SRC_INVOICES_EXECUCAO_NOTAS_HPP_
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "component/files/arquivo_saida.hpp"
+#include "component/files/leitor_linhas.hpp"
+#include "component/shared/texto.hpp"
+#include "quorvvalida/relogio.hpp"
+
+namespace quorv::notas {
+
+// Width of every line of an invoice file.
+inline constexpr std::size_t kLargura = 160;
+
+// Record counts per type of detail record.
+struct Contagem {
+  double tr10 = 0;
+  double tr15 = 0;
+  double tr20 = 0;
+  double tr25 = 0;
+  double tr30 = 0;
+  double tr35 = 0;
+  double tr40 = 0;
+};
+
+// What the header tells the record checks.
+struct DadosCabecalho {
+  // Layout version, 1 or 2.
+  int versao = 0;
+  // The accepted header line.
+  std::string linha;
+  // Source type: 1 for a version-1 header, else the version-2 header's columns 58-59.
+  double tipoFonte = 0;
+  // Whether the issuer's municipality prefix is compared, and with what.
+  bool verificaPrefixo = false;
+  std::string prefixoEsperado;
+  // The issuer number that a version-2 header of source type 6 demands.
+  std::optional<double> emitenteEsperado;
+};
+
+// The values a group's TR 10 records leave for later records of the same group.
+struct EstadoGrupo {
+  std::string emitenteAnterior;
+  std::string destinatarioAnterior;
+  std::string paisAnterior;
+  std::string ufAnterior;
+  std::string operacaoAnterior;
+  bool grupoDiverge = false;
+  double maiorEmissao = 0;
+  double menorEmissao = 0;
+  double totalMercadorias = 0;
+  double totalMercadoriasTR20 = 0;
+  std::string ultimaSituacao;
+  std::string ultimoMovimento;
+  std::string sentidoOperacao;
+  std::string ultimoRendimento;
+};
+
+// Arguments of a run as Valida_Dados receives them (UTF-8 texts).
+struct ArgumentosNotas {
+  std::string arquivo;
+  std::string diretorio;
+  double chaveRemessa = 0;
+  double chaveProcessamento = 0;
+  std::string origem;
+  std::string nomeServidor;
+  std::string separador;
+};
+
+class ExecucaoNotas {
+ public:
+  // Runs one file and returns the status; numeroRemessa is set when the header is accepted.
+  int16_t Executa(const ArgumentosNotas& argumentos, std::string& numeroRemessa,
+                  const std::function<void(double&)>& progresso, const Relogio& relogio);
+
+  // Writes a warning for the current line: numbered from its columns 1-8 when linha is 0.
+  bool Grava(int32_t codigo, double linha = 0);
+  // Writes a warning numbered with the line counter (the frame's warnings).
+  bool GravaNoContador(int32_t codigo) { return Grava(codigo, contadorLinhas_); }
+
+  // The current line (160 characters) and the run's values the record checks read.
+  std::string_view LinhaAtual() const { return linhaAtual_; }
+  const DadosCabecalho& Cabecalho() const { return cabecalho_; }
+  const Contagem& ContagemArquivo() const { return porArquivo_; }
+  const Contagem& ContagemGrupo() const { return porGrupo_; }
+  EstadoGrupo& Grupo() { return grupo_; }
+  bool BlocoTR10TemItens() const { return tr15Visto_; }
+  bool BlocoTR20TemItens() const { return tr25Visto_; }
+  bool BlocoTR30TemItens() const { return tr35Visto_; }
+  double Hoje() const { return hoje_; }
+
+ private:
+  void Inicializa();
+  void ReiniciaGrupo();
+  int16_t Le(std::string& numeroRemessa, const std::function<void(double&)>& progresso);
+  int16_t VerificaPrimeiraLinha(const Linha& linha, std::string& numeroRemessa);
+  void Despacha(std::string_view tr);
+  void DespachaTR01();
+  void DespachaTR98();
+  bool DespachaTR99();
+  void Progresso(const std::function<void(double&)>& progresso);
+  void TomaLinha(const Linha& linha);
+  void Finaliza();
+  int16_t Para(int32_t codigo, double linha);
+  bool VerificaContextoGrupo();
+  bool FechaBlocosPendentes();
+  // A failed check or structure rule makes the run's status 1.
+  void MarcaErro() { resultado_ = 1; }
+  // Records a structure warning at the line when the rule fails.
+  void Regra(bool falha, int32_t codigo) {
+    if (falha) {
+      Grava(codigo);
+      MarcaErro();
+    }
+  }
+  void Contexto() {
+    if (!VerificaContextoGrupo()) MarcaErro();
+  }
+  void FechaBlocos() {
+    if (!FechaBlocosPendentes()) MarcaErro();
+  }
+
+  // Files and arguments of the run.
+  LeitorLinhas entrada_;
+  ArquivoSaida advertencias_;
+  std::string caminhoAdvertencias_;
+  std::string separador_;
+  std::string chaves_;
+  std::string origem_;
+  std::string nomeServidor_;
+  double hoje_ = 0;
+
+  // The line being examined and the warning line being built.
+  std::string linhaAtual_ = std::string(kLargura, ' ');
+  std::string linhaAdvertencia_;
+  double contadorLinhas_ = 0;
+  int16_t resultado_ = 0;
+  bool gravouAdvertencia_ = false;
+
+  // Structure of the file.
+  DadosCabecalho cabecalho_;
+  bool headerVisto_ = false;
+  bool trailerVisto_ = false;
+  bool grupoAberto_ = false;
+  bool grupoFechado_ = false;
+  bool blocoTR10Aberto_ = false;
+  bool blocoTR20Aberto_ = false;
+  bool blocoTR30Aberto_ = false;
+  bool tr15Visto_ = false;
+  bool tr25Visto_ = false;
+  bool tr35Visto_ = false;
+
+  // Counters and the open group. The group's notes themselves are not kept: they would only
+  // serve a listing of the codes that checks leave on each note, and no check leaves one.
+  Contagem porArquivo_;
+  Contagem porGrupo_;
+  EstadoGrupo grupo_;
+};
+
+}  // namespace quorv::notas
+
+#endif  // QUORVVALIDA_SRC_INVOICES_EXECUCAO_NOTAS_HPP_

@@ -1,0 +1,441 @@
+// The invoice run: line frame, structure rules between records, status and progress.
+#include <cmath>
+#include <vector>
+
+#include "teste_notas.hpp"
+
+namespace quorv::teste {
+namespace {
+
+using ExecucaoNotas = TesteNotas;
+
+// A group with one note, closed, and the file's trailer.
+void GrupoCompleto(ArquivoNotas& arquivo) {
+  arquivo.TR01();
+  arquivo.Novo("10");
+  arquivo.TR98();
+}
+
+TEST_F(ExecucaoNotas, ArquivoLimpoTerminaEmZeroSemArquivoDeAdvertencias) {
+  arquivo.CabecalhoV1();
+  GrupoCompleto(arquivo);
+  arquivo.TR99();
+  EXPECT_EQ(Valida(), 0);
+  EXPECT_FALSE(diretorio.TemAdvertencias());
+  EXPECT_EQ(numeroRemessa, "000001");
+}
+
+TEST_F(ExecucaoNotas, ArquivoLimpoApagaAdvertenciasDeOutraExecucao) {
+  GravaBytes(diretorio.Advertencias(), "77#0#0#antiga#00000001\r\n");
+  arquivo.CabecalhoV1();
+  GrupoCompleto(arquivo);
+  arquivo.TR99();
+  EXPECT_EQ(Valida(), 0);
+  EXPECT_FALSE(diretorio.TemAdvertencias());
+}
+
+TEST_F(ExecucaoNotas, SoCabecalhoSemTrailer) {
+  const Registro& cabecalho = arquivo.CabecalhoV1();
+  EXPECT_EQ(Valida(), 8);
+  EXPECT_EQ(Gravadas(), Advertencias().Linha(88, cabecalho.Texto(), "00000001").Texto());
+  EXPECT_EQ(numeroRemessa, "000001");
+}
+
+TEST_F(ExecucaoNotas, TrailerSemGrupoEncerraSemAdvertencia) {
+  arquivo.CabecalhoV1();
+  arquivo.TR99();
+  EXPECT_EQ(Valida(), 0);
+  EXPECT_FALSE(diretorio.TemAdvertencias());
+}
+
+TEST_F(ExecucaoNotas, SegundoTrailerPara) {
+  arquivo.CabecalhoV1();
+  GrupoCompleto(arquivo);
+  arquivo.TR99();
+  const Registro& segundo = arquivo.TR99();
+  arquivo.TR01();
+  EXPECT_EQ(Valida(), 8);
+  EXPECT_EQ(Gravadas(), Advertencias().Linha(89, segundo.Texto(), "00000006").Texto());
+}
+
+TEST_F(ExecucaoNotas, GrupoDepoisDoTrailerPara) {
+  arquivo.CabecalhoV1();
+  GrupoCompleto(arquivo);
+  arquivo.TR99();
+  const Registro& abertura = arquivo.TR01();
+  arquivo.Novo("10");
+  EXPECT_EQ(Valida(), 8);
+  EXPECT_EQ(Gravadas(), Advertencias().Linha(147, abertura.Texto(), "00000006").Texto());
+}
+
+TEST_F(ExecucaoNotas, TR15LogoAposTR01ContinuaComStatus1) {
+  arquivo.CabecalhoV1();
+  arquivo.TR01();
+  const Registro& item = arquivo.Novo("15");
+  arquivo.Novo("10");
+  arquivo.Novo("15");
+  arquivo.TR98();
+  arquivo.TR99();
+  EXPECT_EQ(Valida(), 1);
+  EXPECT_EQ(Gravadas(), Advertencias().Linha(153, item.Texto(), "00000003").Texto());
+}
+
+TEST_F(ExecucaoNotas, OrigemA0SoContaOsRegistrosDosGrupos) {
+  arquivo.CabecalhoV1();
+  arquivo.TR01();
+  arquivo.Novo("15");
+  arquivo.Novo("20");
+  arquivo.Novo("98").Campo(11, 6, "XXXXXX");
+  arquivo.Novo("40");
+  arquivo.TR99();
+  EXPECT_EQ(validacao.Valida_Dados(arquivo.Grava(diretorio), numeroRemessa, diretorio.Texto(), 0, 0,
+                                   "A0"),
+            0);
+  EXPECT_FALSE(diretorio.TemAdvertencias());
+}
+
+TEST_F(ExecucaoNotas, OrigemA0AindaVerificaMolduraETrailer) {
+  arquivo.CabecalhoV1();
+  arquivo.TR01();
+  arquivo.Novo("10");
+  Registro& trailer = arquivo.TR99();
+  trailer.Numero(84, 8, 2);
+  EXPECT_EQ(validacao.Valida_Dados(arquivo.Grava(diretorio), numeroRemessa, diretorio.Texto(), 0, 0,
+                                   "A0"),
+            8);
+  EXPECT_EQ(Gravadas(), Advertencias().Linha(168, trailer.Texto(), "00000004").Texto());
+}
+
+TEST_F(ExecucaoNotas, OrigemA0AindaRecusaSequenciaErrada) {
+  arquivo.CabecalhoV1();
+  arquivo.TR01();
+  Registro& nota = arquivo.Novo("10");
+  nota.Numero(1, 8, 9);
+  EXPECT_EQ(validacao.Valida_Dados(arquivo.Grava(diretorio), numeroRemessa, diretorio.Texto(), 0, 0,
+                                   "A0"),
+            8);
+  EXPECT_EQ(Gravadas(), Advertencias().Linha(166, nota.Texto(), "00000003").Texto());
+}
+
+TEST_F(ExecucaoNotas, CerquilhaERecusadaQualquerQueSejaOSeparador) {
+  arquivo.CabecalhoV1();
+  arquivo.TR01();
+  Registro& nota = arquivo.Novo("10");
+  nota.Campo(40, 3, "A#B");
+  const std::string comBranco = Registro(nota).Campo(40, 3, "A B").Texto();
+  EXPECT_EQ(validacao.Valida_Dados(arquivo.Grava(diretorio), numeroRemessa, diretorio.Texto(), 0, 0,
+                                   "", "", ";"),
+            8);
+  EXPECT_EQ(Gravadas(), Advertencias(";").Linha(201, comBranco, "00000003").Texto());
+}
+
+TEST_F(ExecucaoNotas, CerquilhaNaPrimeiraLinha) {
+  Registro& cabecalho = arquivo.CabecalhoV1();
+  cabecalho.Campo(100, 1, "#");
+  const std::string comBranco = Registro(cabecalho).Campo(100, 1, " ").Texto();
+  EXPECT_EQ(Valida(), 8);
+  EXPECT_EQ(Gravadas(), Advertencias().Linha(201, comBranco, "00000001").Texto());
+}
+
+TEST_F(ExecucaoNotas, LinhaCurtaOuLongaPara) {
+  for (const std::size_t largura : {159u, 161u, 100000u}) {
+    DiretorioTemporario outro;
+    Registro registro(160);
+    registro.Numero(1, 8, 3).Campo(9, 2, "10");
+    const std::string nota = registro.ComLargura(largura);
+    ArquivoNotas linhas;
+    linhas.CabecalhoV1();
+    linhas.TR01();
+    linhas.Bruta(nota);
+    // A filler line that the run never reaches keeps the file's length a multiple of 162
+    // bytes, so that the length test of the first line passes.
+    const std::size_t bytes = 2 * 162 + largura + 2;
+    linhas.Bruta(std::string((162 - bytes % 162) % 162 + 160, 'z'));
+    std::string numero;
+    Validacao v;
+    EXPECT_EQ(v.Valida_Dados(linhas.Grava(outro), numero, outro.Texto()), 8) << largura;
+    std::string copiada = nota.substr(0, 160);
+    copiada.resize(160, ' ');
+    EXPECT_EQ(LeBytes(outro.Advertencias()), Advertencias().Linha(77, copiada, "00000003").Texto())
+        << largura;
+  }
+}
+
+TEST_F(ExecucaoNotas, LinhaDeTamanhoErradoMudaOTamanhoDoArquivo) {
+  const Registro& cabecalho = arquivo.CabecalhoV1();
+  arquivo.TR01();
+  Registro nota(160);
+  nota.Numero(1, 8, 3).Campo(9, 2, "10");
+  arquivo.Bruta(nota.ComLargura(159));
+  EXPECT_EQ(Valida(), 8);
+  EXPECT_EQ(Gravadas(), Advertencias().Linha(76, cabecalho.Texto(), "00000001").Texto());
+}
+
+TEST_F(ExecucaoNotas, SequenciaErradaPara) {
+  arquivo.CabecalhoV1();
+  arquivo.TR01();
+  Registro& nota = arquivo.Novo("10");
+  nota.Numero(1, 8, 4);
+  arquivo.TR98();
+  EXPECT_EQ(Valida(), 8);
+  EXPECT_EQ(Gravadas(), Advertencias().Linha(166, nota.Texto(), "00000003").Texto());
+}
+
+TEST_F(ExecucaoNotas, SequenciaComLetrasPara) {
+  arquivo.CabecalhoV1();
+  Registro& abertura = arquivo.TR01();
+  abertura.Campo(1, 8, "0000002A");
+  EXPECT_EQ(Valida(), 8);
+  EXPECT_EQ(Gravadas(), Advertencias().Linha(166, abertura.Texto(), "00000002").Texto());
+}
+
+TEST_F(ExecucaoNotas, TipoDeRegistroDesconhecidoPara) {
+  for (const char* tipo : {"11", "02", "  ", "1 ", "9A", "50"}) {
+    DiretorioTemporario outro;
+    ArquivoNotas comTipo;
+    comTipo.CabecalhoV1();
+    const Registro& registro = comTipo.Novo(tipo);
+    std::string numero;
+    Validacao v;
+    EXPECT_EQ(v.Valida_Dados(comTipo.Grava(outro), numero, outro.Texto()), 8) << tipo;
+    EXPECT_EQ(LeBytes(outro.Advertencias()),
+              Advertencias().Linha(78, registro.Texto(), "00000002").Texto())
+        << tipo;
+  }
+}
+
+TEST_F(ExecucaoNotas, SegundoCabecalhoPara) {
+  arquivo.CabecalhoV1();
+  arquivo.TR01();
+  const Registro& segundo = arquivo.CabecalhoV1();
+  EXPECT_EQ(Valida(), 8);
+  EXPECT_EQ(Gravadas(), Advertencias().Linha(87, segundo.Texto(), "00000003").Texto());
+}
+
+TEST_F(ExecucaoNotas, PrimeiraLinhaSemCabecalho) {
+  const Registro& abertura = arquivo.TR01();
+  arquivo.Novo("10");
+  EXPECT_EQ(Valida(), 8);
+  EXPECT_EQ(Gravadas(), Advertencias().Linha(86, abertura.Texto(), "00000001").Texto());
+  EXPECT_EQ(numeroRemessa, "");
+}
+
+TEST_F(ExecucaoNotas, PrimeiraLinhaComSequenciaErrada) {
+  Registro& cabecalho = arquivo.CabecalhoV1();
+  cabecalho.Numero(1, 8, 2);
+  EXPECT_EQ(Valida(), 8);
+  EXPECT_EQ(Gravadas(), Advertencias().Linha(166, cabecalho.Texto(), "00000001").Texto());
+}
+
+TEST_F(ExecucaoNotas, ArquivoComFinalDeLinhaSoLFTemFormatoInvalido) {
+  const Registro& cabecalho = arquivo.CabecalhoV1();
+  GrupoCompleto(arquivo);
+  arquivo.TR99();
+  const std::string caminho = diretorio.Arquivo("lf.txt");
+  GravaBytes(caminho, JuntaLinhas(arquivo.Linhas(), "\n"));
+  EXPECT_EQ(validacao.Valida_Dados(caminho, numeroRemessa, diretorio.Texto()), 8);
+  EXPECT_EQ(Gravadas(), Advertencias().Linha(76, cabecalho.Texto(), "00000001").Texto());
+}
+
+TEST_F(ExecucaoNotas, ArquivoDeUmaSoLinhaSemFimTemFormatoInvalido) {
+  const Registro& cabecalho = arquivo.CabecalhoV1();
+  const std::string caminho = diretorio.Arquivo("sem-fim.txt");
+  GravaBytes(caminho, cabecalho.Texto());
+  EXPECT_EQ(validacao.Valida_Dados(caminho, numeroRemessa, diretorio.Texto()), 8);
+  EXPECT_EQ(Gravadas(), Advertencias().Linha(76, cabecalho.Texto(), "00000001").Texto());
+}
+
+TEST_F(ExecucaoNotas, ArquivoVazio) {
+  const std::string caminho = diretorio.Arquivo("vazio.txt");
+  GravaBytes(caminho, "");
+  EXPECT_EQ(validacao.Valida_Dados(caminho, numeroRemessa, diretorio.Texto()), 8);
+  // Nothing was read: the warning carries a blank line, and the blank sequence columns as
+  // its number.
+  EXPECT_EQ(Gravadas(), Advertencias().Linha(77, std::string(160, ' '), "        ").Texto());
+}
+
+TEST_F(ExecucaoNotas, VersaoDesconhecidaPara) {
+  Registro& cabecalho = arquivo.CabecalhoV1();
+  cabecalho.Campo(74, 10, "3.0");
+  GrupoCompleto(arquivo);
+  arquivo.TR99();
+  EXPECT_EQ(Valida(), 8);
+  EXPECT_EQ(Gravadas(), Advertencias().Linha(71, cabecalho.Texto(), "00000001").Texto());
+}
+
+TEST_F(ExecucaoNotas, DiretorioDeTrabalhoInexistenteOuVazio) {
+  arquivo.CabecalhoV1();
+  const std::string caminho = arquivo.Grava(diretorio);
+  EXPECT_EQ(validacao.Valida_Dados(caminho, numeroRemessa, diretorio.Arquivo("nao-existe")), 9);
+  EXPECT_EQ(validacao.Valida_Dados(caminho, numeroRemessa, ""), 9);
+  EXPECT_EQ(validacao.Valida_Dados(caminho, numeroRemessa, caminho), 9);
+  EXPECT_FALSE(diretorio.TemAdvertencias());
+}
+
+TEST_F(ExecucaoNotas, ArquivoInexistenteApagaAdvertenciasAntigas) {
+  GravaBytes(diretorio.Advertencias(), "antiga\r\n");
+  EXPECT_EQ(
+      validacao.Valida_Dados(diretorio.Arquivo("nao-existe.txt"), numeroRemessa, diretorio.Texto()),
+      9);
+  EXPECT_FALSE(diretorio.TemAdvertencias());
+}
+
+TEST_F(ExecucaoNotas, ArquivoDeAdvertenciasNaoSobrescreveAEntrada) {
+  arquivo.CabecalhoV1();
+  const std::string conteudo = JuntaLinhas(arquivo.Linhas());
+  GravaBytes(diretorio.Advertencias(), conteudo);
+  EXPECT_EQ(validacao.Valida_Dados(diretorio.Advertencias(), numeroRemessa, diretorio.Texto()), 9);
+  EXPECT_EQ(LeBytes(diretorio.Advertencias()), conteudo);
+}
+
+TEST_F(ExecucaoNotas, CabecalhoRecusadoNaoDevolveONumeroDaRemessa) {
+  Registro& cabecalho = arquivo.CabecalhoV1();
+  cabecalho.Campo(35, 25, "");
+  numeroRemessa = "antes";
+  EXPECT_EQ(Valida(), 8);
+  EXPECT_EQ(numeroRemessa, "antes");
+}
+
+// Structure rules between the records of a group.
+struct CasoEstrutura {
+  const char* nome;
+  std::vector<std::string> tipos;  // records after the header, before the trailer
+  int16_t status;
+  std::vector<std::pair<int, int>> advertencias;  // code and 1-based line
+};
+
+class RegrasDeEstrutura : public TesteNotas, public ::testing::WithParamInterface<CasoEstrutura> {};
+
+TEST_P(RegrasDeEstrutura, AdvertenciasNaLinhaDoRegistro) {
+  const CasoEstrutura& caso = GetParam();
+  arquivo.CabecalhoV1();
+  for (const std::string& tipo : caso.tipos) {
+    if (tipo == "01") {
+      arquivo.TR01();
+    } else if (tipo == "98") {
+      arquivo.TR98();
+    } else {
+      arquivo.Novo(tipo);
+    }
+  }
+  arquivo.TR99();
+  EXPECT_EQ(Valida(), caso.status);
+  Advertencias esperado;
+  for (const auto& [codigo, linha] : caso.advertencias) {
+    char numero[16];
+    std::snprintf(numero, sizeof numero, "%08d", linha);
+    esperado.Linha(codigo, arquivo.Linha(static_cast<std::size_t>(linha - 1)).Texto(), numero);
+  }
+  EXPECT_EQ(Gravadas(), esperado.Texto());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    ExecucaoNotas, RegrasDeEstrutura,
+    ::testing::Values(
+        CasoEstrutura{
+            "GrupoCompleto", {"01", "10", "15", "20", "25", "30", "35", "40", "98"}, 0, {}},
+        CasoEstrutura{"DoisGrupos", {"01", "10", "98", "01", "10", "10", "98"}, 0, {}},
+        CasoEstrutura{"TR20SemTR10", {"01", "20", "10", "98"}, 1, {{154, 3}}},
+        CasoEstrutura{"TR25SemTR20", {"01", "10", "25", "98"}, 1, {{155, 4}}},
+        CasoEstrutura{"TR25DepoisDeTR30", {"01", "10", "20", "30", "25", "98"}, 1, {{155, 6}}},
+        CasoEstrutura{"TR30SemTR10", {"01", "30", "10", "98"}, 1, {{156, 3}}},
+        CasoEstrutura{"TR40SemTR10", {"01", "40", "10", "98"}, 1, {{156, 3}}},
+        CasoEstrutura{"TR35SemTR30", {"01", "10", "35", "98"}, 1, {{157, 4}}},
+        CasoEstrutura{"TR15DepoisDeTR20", {"01", "10", "20", "15", "98"}, 1, {{153, 5}}},
+        CasoEstrutura{"TR98SemTR10", {"01", "98"}, 1, {{141, 3}, {160, 3}}},
+        CasoEstrutura{"TR10AntesDeTR01", {"10", "01", "10", "98"}, 1, {{148, 2}}},
+        CasoEstrutura{"TR10DepoisDeTR98", {"01", "10", "98", "10"}, 1, {{148, 5}, {148, 5}}},
+        CasoEstrutura{"TR01ComGrupoAberto", {"01", "10", "01", "10", "98"}, 1, {{148, 4}}},
+        CasoEstrutura{"TR99ComGrupoAberto", {"01", "10"}, 1, {{148, 4}}},
+        CasoEstrutura{
+            "GrupoErradoDepoisCorreto", {"01", "20", "10", "98", "01", "10", "98"}, 1, {{154, 3}}}),
+    [](const ::testing::TestParamInfo<CasoEstrutura>& info) { return info.param.nome; });
+
+TEST_F(ExecucaoNotas, RegistroDepoisDoTrailerContinuaLendo) {
+  arquivo.CabecalhoV1();
+  GrupoCompleto(arquivo);
+  arquivo.TR99();
+  const Registro& nota = arquivo.Novo("10");
+  EXPECT_EQ(Valida(), 1);
+  EXPECT_EQ(Gravadas(), Advertencias()
+                            .Linha(147, nota.Texto(), "00000006")
+                            .Linha(148, nota.Texto(), "00000006")
+                            .Linha(148, nota.Texto(), "00000006")
+                            .Texto());
+}
+
+TEST_F(ExecucaoNotas, ErroDeEstruturaDepoisDeErroDeGrupoTerminaEm8) {
+  arquivo.CabecalhoV1();
+  arquivo.TR01();
+  const Registro& liquidacao = arquivo.Novo("20");
+  const Registro& errado = arquivo.Novo("77");
+  EXPECT_EQ(Valida(), 8);
+  EXPECT_EQ(Gravadas(), Advertencias()
+                            .Linha(154, liquidacao.Texto(), "00000003")
+                            .Linha(78, errado.Texto(), "00000004")
+                            .Texto());
+}
+
+// Progress: the share is counted in 128-byte units against 162-byte lines.
+std::vector<double> ProgressoEsperado(int linhas) {
+  std::vector<double> esperado;
+  const int passo = linhas / 100;
+  for (int lidas = 1; lidas < linhas; ++lidas) {
+    const long posicao = 162L * lidas / 128;
+    if (passo == 0 || posicao % passo == 0) esperado.push_back(posicao * 100.0 / linhas);
+  }
+  return esperado;
+}
+
+void ArquivoDeLinhas(ArquivoNotas& arquivo, int linhas) {
+  arquivo.CabecalhoV1();
+  arquivo.TR01();
+  for (int i = 0; i < linhas - 4; ++i)
+    arquivo.Novo("10");
+  arquivo.TR98();
+  arquivo.TR99();
+}
+
+TEST_F(ExecucaoNotas, ProgressoAntesDeCadaLinhaAbaixoDeCemLinhas) {
+  ArquivoDeLinhas(arquivo, 99);
+  std::vector<double> recebido;
+  validacao.Progress = [&](double& porcentagem) { recebido.push_back(porcentagem); };
+  EXPECT_EQ(Valida(), 0);
+  const std::vector<double> esperado = ProgressoEsperado(99);
+  ASSERT_EQ(recebido.size(), 98u);
+  ASSERT_EQ(recebido.size(), esperado.size());
+  for (std::size_t i = 0; i < esperado.size(); ++i)
+    EXPECT_DOUBLE_EQ(recebido[i], esperado[i]);
+  // Positions count 128-byte units against 162-byte lines: the figure runs past 100.
+  EXPECT_GT(recebido.back(), 100);
+}
+
+TEST_F(ExecucaoNotas, ProgressoSoNosMultiplosDoPassoComCemLinhasOuMais) {
+  ArquivoDeLinhas(arquivo, 250);
+  std::vector<double> recebido;
+  validacao.Progress = [&](double& porcentagem) { recebido.push_back(porcentagem); };
+  EXPECT_EQ(Valida(), 0);
+  const std::vector<double> esperado = ProgressoEsperado(250);
+  EXPECT_LT(esperado.size(), 249u);
+  ASSERT_EQ(recebido.size(), esperado.size());
+  for (std::size_t i = 0; i < esperado.size(); ++i)
+    EXPECT_DOUBLE_EQ(recebido[i], esperado[i]);
+}
+
+TEST_F(ExecucaoNotas, ObjetoServeParaVariasExecucoes) {
+  arquivo.CabecalhoV1();
+  arquivo.TR01();
+  arquivo.Novo("20");
+  const std::string comErro = arquivo.Grava(diretorio, "com-erro.txt");
+  ArquivoNotas limpo;
+  limpo.CabecalhoV1();
+  GrupoCompleto(limpo);
+  limpo.TR99();
+  const std::string semErro = limpo.Grava(diretorio, "limpo.txt");
+  EXPECT_EQ(validacao.Valida_Dados(comErro, numeroRemessa, diretorio.Texto()), 8);
+  EXPECT_EQ(validacao.Valida_Dados(semErro, numeroRemessa, diretorio.Texto()), 0);
+  EXPECT_FALSE(diretorio.TemAdvertencias());
+}
+
+}  // namespace
+}  // namespace quorv::teste

@@ -1,0 +1,34 @@
+# Installs the library into a fresh prefix, builds the host project against the installed
+# package and runs it; then builds the same host with the library as a subproject.
+# Variables: FONTES (source tree), CONSTRUCAO (the library's build tree), TRABALHO (scratch).
+file(REMOVE_RECURSE ${TRABALHO})
+set(prefixo ${TRABALHO}/prefixo)
+
+function(executa)
+  execute_process(COMMAND ${ARGN} RESULT_VARIABLE resultado OUTPUT_VARIABLE saida
+    ERROR_VARIABLE saida)
+  if(NOT resultado EQUAL 0)
+    message(FATAL_ERROR "falhou: ${ARGN}\n${saida}")
+  endif()
+  message(STATUS "${saida}")
+endfunction()
+
+executa(${CMAKE_COMMAND} --install ${CONSTRUCAO} --prefix ${prefixo})
+if(EXISTS ${prefixo}/include/quorvvalida/cls_quorv_adv_bd.hpp)
+  message(FATAL_ERROR "o leitor interno clsQuorvAdvBD não pode ser instalado")
+endif()
+foreach(cabecalho quorvvalida.hpp geral.hpp validacao.hpp cls_quorv_adv_bd_fichas.hpp versao.hpp)
+  if(NOT EXISTS ${prefixo}/include/quorvvalida/${cabecalho})
+    message(FATAL_ERROR "cabeçalho público não instalado: ${cabecalho}")
+  endif()
+endforeach()
+
+executa(${CMAKE_COMMAND} -S ${FONTES}/tests/pacote -B ${TRABALHO}/instalado
+  -DCMAKE_PREFIX_PATH=${prefixo} -DCMAKE_BUILD_TYPE=Release)
+executa(${CMAKE_COMMAND} --build ${TRABALHO}/instalado)
+executa(${TRABALHO}/instalado/anfitriao)
+
+executa(${CMAKE_COMMAND} -S ${FONTES}/tests/pacote -B ${TRABALHO}/subprojeto
+  -DQUORVVALIDA_FONTES=${FONTES} -DCMAKE_BUILD_TYPE=Release)
+executa(${CMAKE_COMMAND} --build ${TRABALHO}/subprojeto --target anfitriao)
+executa(${TRABALHO}/subprojeto/anfitriao)
