@@ -1,0 +1,1 @@
+list(APPEND QUORV_TESTES forms/catalogo_fichas_test.cpp)

@@ -1,0 +1,8 @@
+list(APPEND QUORV_APOIO invoices/arquivo_notas.cpp)
+list(APPEND QUORV_TESTES
+  invoices/cabecalho_test.cpp
+  invoices/catalogo_notas_test.cpp
+  invoices/execucao_notas_test.cpp
+  invoices/gravacao_test.cpp
+  invoices/grupo_test.cpp
+  invoices/trailer_test.cpp)

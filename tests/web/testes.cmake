@@ -1,0 +1,1 @@
+# Readers, the web facade and the file-name utilities.
