@@ -42,29 +42,41 @@ inline constexpr Coluna kQuantidadeTitulares{147, 2};
 
 // Category (TR 111).
 namespace tr111 {
+inline constexpr Coluna kCategoria{22, 2};
+inline constexpr Coluna kEntrada{24, 8};
 inline constexpr Coluna kSaida{32, 8};
 }  // namespace tr111
 
 // Economic activity (TR 115).
 namespace tr115 {
+inline constexpr Coluna kCNAE{22, 7};
+inline constexpr Coluna kEntrada{29, 8};
 inline constexpr Coluna kSaida{37, 8};
+inline constexpr Coluna kOrdemFaturamento{45, 1};
 }  // namespace tr115
 
 // Persons (TR 120 holder, TR 125 participant, TR 130 legal representative, TR 145 owner) and
 // their name records (TR 121, TR 126, TR 131), which repeat the person's identification.
 namespace pessoa {
+inline constexpr Coluna kCodigoPrefeitura{22, 8};
 inline constexpr Coluna kCodigoEstadual{30, 8};
 inline constexpr Coluna kTipoPessoa{38, 1};
 inline constexpr Coluna kCPF{39, 11};
 inline constexpr Coluna kCNPJ{50, 14};
+inline constexpr Coluna kNome{64, 46};
 // End of the person's link with the establishment (TR 120, TR 125 and TR 130).
 inline constexpr Coluna kFimVinculo{227, 8};
 }  // namespace pessoa
 
 // Property (TR 140).
 namespace tr140 {
+inline constexpr Coluna kMunicipio{22, 3};
+inline constexpr Coluna kZona{25, 1};
+inline constexpr Coluna kMatricula{26, 8};
 inline constexpr Coluna kArea{34, 7};
+inline constexpr Coluna kQuantidadeProprietarios{41, 2};
 inline constexpr Coluna kAreaUtilizada{43, 7};
+inline constexpr Coluna kEntrada{50, 8};
 inline constexpr Coluna kSaida{58, 8};
 }  // namespace tr140
 

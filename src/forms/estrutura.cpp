@@ -145,7 +145,7 @@ bool TrataTR111(ExecucaoFichas& execucao, std::string_view registro) {
   estado.porSolicitacao.tr111 += 1;
   estado.porArquivo.tr111 += 1;
   if (Vigente(Campo(registro, colunas::tr111::kSaida))) estado.vigentes.tr111 += 1;
-  return true;
+  return Campos(execucao, Valida_Campos_Categoria, registro);
 }
 
 bool TrataTR115(ExecucaoFichas& execucao, std::string_view registro) {
@@ -156,7 +156,7 @@ bool TrataTR115(ExecucaoFichas& execucao, std::string_view registro) {
   estado.porSolicitacao.tr115 += 1;
   estado.porArquivo.tr115 += 1;
   if (Vigente(Campo(registro, colunas::tr115::kSaida))) estado.vigentes.tr115 += 1;
-  return true;
+  return Campos(execucao, Valida_Campos_CNAE, registro);
 }
 
 bool TrataTR120(ExecucaoFichas& execucao, std::string_view registro) {
@@ -181,9 +181,10 @@ bool TrataTR120(ExecucaoFichas& execucao, std::string_view registro) {
   return ocorrencias.Aceito();
 }
 
-bool TrataTR121(ExecucaoFichas& execucao, std::string_view) {
+bool TrataTR121(ExecucaoFichas& execucao, std::string_view registro) {
   EstadoSolicitacao& estado = execucao.Estado();
-  return Filho(execucao, estado.tr120Presente, estado.tr121DoTR120, 19, 20);
+  return Filho(execucao, estado.tr120Presente, estado.tr121DoTR120, 19, 20) &&
+         Campos(execucao, Valida_Campos_Nome_Pessoa, registro);
 }
 
 bool TrataTR125(ExecucaoFichas& execucao, std::string_view registro) {
@@ -201,9 +202,10 @@ bool TrataTR125(ExecucaoFichas& execucao, std::string_view registro) {
   return true;
 }
 
-bool TrataTR126(ExecucaoFichas& execucao, std::string_view) {
+bool TrataTR126(ExecucaoFichas& execucao, std::string_view registro) {
   EstadoSolicitacao& estado = execucao.Estado();
-  return Filho(execucao, estado.tr125Presente, estado.tr126DoTR125, 23, 24);
+  return Filho(execucao, estado.tr125Presente, estado.tr126DoTR125, 23, 24) &&
+         Campos(execucao, Valida_Campos_Nome_Pessoa, registro);
 }
 
 bool TrataTR130(ExecucaoFichas& execucao, std::string_view registro) {
@@ -221,9 +223,10 @@ bool TrataTR130(ExecucaoFichas& execucao, std::string_view registro) {
   return true;
 }
 
-bool TrataTR131(ExecucaoFichas& execucao, std::string_view) {
+bool TrataTR131(ExecucaoFichas& execucao, std::string_view registro) {
   EstadoSolicitacao& estado = execucao.Estado();
-  return Filho(execucao, estado.tr130Presente, estado.tr131DoTR130, 27, 28);
+  return Filho(execucao, estado.tr130Presente, estado.tr131DoTR130, 27, 28) &&
+         Campos(execucao, Valida_Campos_Nome_Pessoa, registro);
 }
 
 bool TrataTR140(ExecucaoFichas& execucao, std::string_view registro) {
@@ -239,7 +242,7 @@ bool TrataTR140(ExecucaoFichas& execucao, std::string_view registro) {
   estado.somaAreas += texto::ValorInicial(Campo(registro, colunas::tr140::kArea));
   estado.somaAreasUtilizadas +=
       texto::ValorInicial(Campo(registro, colunas::tr140::kAreaUtilizada));
-  return true;
+  return Campos(execucao, Valida_Campos_Imovel, registro);
 }
 
 bool TrataTR145(ExecucaoFichas& execucao, std::string_view registro) {

@@ -58,6 +58,7 @@ class ExecucaoFichas {
 
   // What the handlers and record checks read during a run.
   ValidacaoFichaCadastral& Dono() { return *dono_; }
+  const ValidacaoFichaCadastral& Dono() const { return *dono_; }
   EstadoSolicitacao& Estado() { return estado_; }
   const EstadoSolicitacao& Estado() const { return estado_; }
   // False when the caller is the web system ("TARNWEB"): the structure rules still apply but
