@@ -164,10 +164,10 @@ bool TrataTR120(ExecucaoFichas& execucao, std::string_view registro) {
   if (!VerificacaoComum(execucao)) return false;
   estado.tr120Presente = true;
   if (estado.porSolicitacao.tr110 == 0) return Recusa(execucao, kTR120SemTR110);
-  // A holder whose predecessor lacked its name record is still taken, unlike a participant or
-  // a legal representative; the warning refuses it all the same.
-  Ocorrencias ocorrencias(execucao);
-  ocorrencias.Se(estado.porSolicitacao.tr120 > 0 && !estado.tr121DoTR120, 18);
+  // A holder whose predecessor lacked its name record is told so and still taken, unlike a
+  // participant or a legal representative: the warning does not refuse the holder itself, and
+  // the request is rejected only when its closing finds the last holder without its name.
+  if (estado.porSolicitacao.tr120 > 0 && !estado.tr121DoTR120) execucao.GravaNoContador(18);
   estado.tr121DoTR120 = false;
   estado.porSolicitacao.tr120 += 1;
   estado.porArquivo.tr120 += 1;
@@ -178,7 +178,8 @@ bool TrataTR120(ExecucaoFichas& execucao, std::string_view registro) {
     }
   }
   GuardaPessoa(estado, registro);
-  return ocorrencias.Aceito();
+  // The holder's own field layout is not published: it has no field check to answer.
+  return true;
 }
 
 bool TrataTR121(ExecucaoFichas& execucao, std::string_view registro) {
@@ -251,16 +252,16 @@ bool TrataTR145(ExecucaoFichas& execucao, std::string_view registro) {
   estado.tr145DoTR140 = true;
   if (estado.porSolicitacao.tr110 == 0) return Recusa(execucao, 32);
   if (estado.porSolicitacao.tr140 == 0) return Recusa(execucao, 33);
-  // An owner whose predecessor lacked its complement is still taken; the warning refuses it.
-  Ocorrencias ocorrencias(execucao);
-  ocorrencias.Se(estado.porSolicitacao.tr145 > 0 && !estado.tr146DoTR145, 34);
+  // An owner whose predecessor lacked its complement is told so and still taken, as a holder is.
+  if (estado.porSolicitacao.tr145 > 0 && !estado.tr146DoTR145) execucao.GravaNoContador(34);
   estado.tr146DoTR145 = false;
   estado.porSolicitacao.tr145 += 1;
   estado.porArquivo.tr145 += 1;
   // The owner record's end-date columns are not published: every owner counts as current.
   estado.vigentes.tr145 += 1;
   GuardaPessoa(estado, registro);
-  return ocorrencias.Aceito();
+  // The owner's own field layout is not published: it has no field check to answer.
+  return true;
 }
 
 bool TrataTR146(ExecucaoFichas& execucao, std::string_view) {

@@ -88,7 +88,7 @@ INSTANTIATE_TEST_SUITE_P(
         CasoEstrutura{"TR120SemTR110", {"001", "100", "120", "199", "999"}, {{999, 3}, {125, 0}}},
         CasoEstrutura{"TR120SemTR121SeguidoDeTR120",
                       {"001", "100", "110", "120", "120", "121", "199", "999"},
-                      {{18, 5}, {125, 3}}},
+                      {{18, 5}}},
         CasoEstrutura{"TR120SemTR121NoFechamento",
                       {"001", "100", "110", "120", "199", "999"},
                       {{18, 5}, {125, 3}}},
@@ -142,7 +142,7 @@ INSTANTIATE_TEST_SUITE_P(
                       {{33, 4}, {125, 3}}},
         CasoEstrutura{"TR145SemTR146SeguidoDeTR145",
                       {"001", "100", "110", "140", "145", "145", "146", "199", "999"},
-                      {{34, 6}, {125, 3}}},
+                      {{34, 6}}},
         CasoEstrutura{
             "TR145SemTR146NoFechamento", {"001", "100", "110", "140", "145", "199", "999"}, {}},
         CasoEstrutura{"TR146SemTR145",
