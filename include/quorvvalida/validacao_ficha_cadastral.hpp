@@ -56,8 +56,9 @@ class ValidacaoFichaCadastral {
                         const std::string& sNomeServidor = "",
                         const std::string& sCaracterSeparador = "#");
 
-  // Closes the run's files and deletes an empty ADVERTENCIAS.TXT from the directory given;
-  // safe to call more than once. Always answers false.
+  // Closes the run's files and, when the run wrote no warning, deletes ADVERTENCIAS.TXT from the
+  // directory given (even one left by an earlier run); safe to call more than once. Always
+  // answers false.
   bool Procedimentos_Finais_Fichas(const std::string& sDIRETORIOORDADV);
 
   // Writes one warning line for the line being examined, numbered from its columns 1-8;
