@@ -3,4 +3,8 @@ list(APPEND QUORV_TESTES
   web/file_utility_test.cpp
   web/leitor_fichas_test.cpp)
 list(APPEND QUORV_TESTES_INTERNOS
-  web/leitor_notas_test.cpp)
+  web/leitor_notas_test.cpp
+  web/retorno_test.cpp)
+# The expected return files, written by hand from the layout.
+set_source_files_properties(web/retorno_test.cpp PROPERTIES
+  COMPILE_DEFINITIONS QUORV_DADOS_WEB="${CMAKE_CURRENT_LIST_DIR}/dados")
