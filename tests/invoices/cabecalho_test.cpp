@@ -26,7 +26,9 @@ TEST_P(CabecalhoV1, CamposNaOrdem) {
   for (const Campo& campo : caso.campos)
     cabecalho.Campo(campo.coluna, campo.largura, campo.valor);
   arquivo.TR01();
-  arquivo.Novo("10");
+  // The note's issuer belongs to the header's municipality.
+  arquivo.TR10Valido().Campo(11, 3, cabecalho.Texto().substr(31, 3));
+  arquivo.Novo("15");
   arquivo.TR98();
   arquivo.TR99();
   const int16_t status = Valida();
