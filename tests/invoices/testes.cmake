@@ -5,4 +5,5 @@ list(APPEND QUORV_TESTES
   invoices/execucao_notas_test.cpp
   invoices/gravacao_test.cpp
   invoices/grupo_test.cpp
+  invoices/nota_test.cpp
   invoices/trailer_test.cpp)
