@@ -35,12 +35,13 @@ DadosCabecalho LeCabecalho(int versao, std::string_view registro) {
     return dados;
   }
   dados.tipoFonte = texto::NumeroOuMenosUm(Campo(registro, kTipoFonte));
+  dados.codigoFonte = texto::Numero(Campo(registro, kCodigoFonte));
   if (dados.tipoFonte == 1) {
     // A source of type 1 names its municipality in the whole 14-character code field.
     dados.verificaPrefixo = true;
     dados.prefixoEsperado.assign(Campo(registro, kCodigoFonte));
   }
-  if (dados.tipoFonte == 6) dados.emitenteEsperado = texto::Numero(Campo(registro, kCodigoFonte));
+  if (dados.tipoFonte == 6) dados.emitenteEsperado = dados.codigoFonte;
   return dados;
 }
 

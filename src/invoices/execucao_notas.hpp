@@ -42,6 +42,9 @@ struct DadosCabecalho {
   std::string prefixoEsperado;
   // The issuer number that a version-2 header of source type 6 demands of every note.
   std::optional<double> emitenteEsperado;
+  // The numeric value of a version-2 header's source code (columns 11-24); a source of type 8
+  // demands it of the issuer of every settlement document.
+  std::optional<double> codigoFonte;
 };
 
 // The values a group's TR 10 records leave for later records of the same group. Everything is

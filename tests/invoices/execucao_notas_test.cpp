@@ -337,6 +337,8 @@ TEST_P(RegrasDeEstrutura, AdvertenciasNaLinhaDoRegistro) {
 }
 
 // The records are ones their checks accept in a group with a note, and every block has its item.
+// A TR 20 in a group without notes has no counterpart or UF of a note to agree with, so its check
+// tells 106 and 115 after the structure warning.
 INSTANTIATE_TEST_SUITE_P(
     ExecucaoNotas, RegrasDeEstrutura,
     ::testing::Values(
@@ -344,7 +346,8 @@ INSTANTIATE_TEST_SUITE_P(
             "GrupoCompleto", {"01", "10", "15", "20", "25", "30", "35", "40", "98"}, 0, {}},
         CasoEstrutura{
             "DoisGrupos", {"01", "10", "15", "98", "01", "10", "15", "10", "15", "98"}, 0, {}},
-        CasoEstrutura{"TR20SemTR10", {"01", "20", "25", "10", "15", "98"}, 1, {{154, 3}}},
+        CasoEstrutura{
+            "TR20SemTR10", {"01", "20", "25", "10", "15", "98"}, 1, {{154, 3}, {106, 3}, {115, 3}}},
         CasoEstrutura{"TR25SemTR20", {"01", "10", "15", "25", "98"}, 1, {{155, 5}}},
         CasoEstrutura{"TR25DepoisDeTR30",
                       {"01", "10", "15", "20", "25", "30", "25", "35", "98"},
@@ -364,7 +367,7 @@ INSTANTIATE_TEST_SUITE_P(
         CasoEstrutura{"GrupoErradoDepoisCorreto",
                       {"01", "20", "25", "10", "15", "98", "01", "10", "15", "98"},
                       1,
-                      {{154, 3}}}),
+                      {{154, 3}, {106, 3}, {115, 3}}}),
     [](const ::testing::TestParamInfo<CasoEstrutura>& info) { return info.param.nome; });
 
 TEST_F(ExecucaoNotas, RegistroDepoisDoTrailerContinuaLendo) {
@@ -386,8 +389,11 @@ TEST_F(ExecucaoNotas, ErroDeEstruturaDepoisDeErroDeGrupoTerminaEm8) {
   const Registro& liquidacao = arquivo.TR20Valido();
   const Registro& errado = arquivo.Novo("77");
   EXPECT_EQ(Valida(), 8);
+  // Without a note in the group the document's check also tells its issuer and UF.
   EXPECT_EQ(Gravadas(), Advertencias()
                             .Linha(154, liquidacao.Texto(), "00000003")
+                            .Linha(106, liquidacao.Texto(), "00000003")
+                            .Linha(115, liquidacao.Texto(), "00000003")
                             .Linha(78, errado.Texto(), "00000004")
                             .Texto());
 }

@@ -4,6 +4,8 @@ list(APPEND QUORV_TESTES
   invoices/catalogo_notas_test.cpp
   invoices/execucao_notas_test.cpp
   invoices/gravacao_test.cpp
+  invoices/grupo_notas_test.cpp
   invoices/grupo_test.cpp
+  invoices/liquidacao_test.cpp
   invoices/nota_test.cpp
   invoices/trailer_test.cpp)
