@@ -338,7 +338,8 @@ TEST_P(RegrasDeEstrutura, AdvertenciasNaLinhaDoRegistro) {
 
 // The records are ones their checks accept in a group with a note, and every block has its item.
 // A TR 20 in a group without notes has no counterpart or UF of a note to agree with, so its check
-// tells 106 and 115 after the structure warning.
+// tells 106 and 115 after the structure warning; a TR 40 there is drawn up before the group's
+// earliest note, so its check tells 184.
 INSTANTIATE_TEST_SUITE_P(
     ExecucaoNotas, RegrasDeEstrutura,
     ::testing::Values(
@@ -354,7 +355,7 @@ INSTANTIATE_TEST_SUITE_P(
                       1,
                       {{155, 8}}},
         CasoEstrutura{"TR30SemTR10", {"01", "30", "35", "10", "15", "98"}, 1, {{156, 3}}},
-        CasoEstrutura{"TR40SemTR10", {"01", "40", "10", "15", "98"}, 1, {{156, 3}}},
+        CasoEstrutura{"TR40SemTR10", {"01", "40", "10", "15", "98"}, 1, {{156, 3}, {184, 3}}},
         CasoEstrutura{"TR35SemTR30", {"01", "10", "15", "35", "98"}, 1, {{157, 5}}},
         CasoEstrutura{
             "TR15DepoisDeTR20", {"01", "10", "15", "20", "25", "15", "98"}, 1, {{153, 7}}},
