@@ -163,5 +163,20 @@ TEST_F(DatasDoAuto, NotaSemDataNaoContaParaALavratura) {
   EXPECT_EQ(Gravadas(), Na(lancamento, {184}));
 }
 
+// Without a dated note the group's earliest issue date stays at 2999-01-01: a notice drawn up
+// from that day on passes, one drawn up the day before does not.
+TEST_F(DatasDoAuto, GrupoSemNotaDatadaComparaCom2999) {
+  arquivo.CabecalhoV1();
+  arquivo.TR01();
+  arquivo.TR10Valido().Campo(32, 8, "00000000").Campo(73, 1, "2");
+  arquivo.Novo("15");
+  arquivo.TR40Valido().Campo(21, 8, "29990101").Campo(29, 8, "29990102");
+  const Registro& antes = arquivo.TR40Valido().Campo(21, 8, "29981231").Campo(29, 8, "29990102");
+  arquivo.TR98();
+  arquivo.TR99();
+  EXPECT_EQ(Valida(), 1);
+  EXPECT_EQ(Gravadas(), Na(antes, {184}));
+}
+
 }  // namespace
 }  // namespace quorv::teste

@@ -10,3 +10,4 @@ list(APPEND QUORV_TESTES
   invoices/liquidacao_test.cpp
   invoices/nota_test.cpp
   invoices/trailer_test.cpp)
+list(APPEND QUORV_TESTES_INTERNOS invoices/estado_grupo_test.cpp)
