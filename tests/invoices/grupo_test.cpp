@@ -40,6 +40,7 @@ TEST_P(FechamentoDeGrupo, ContagensDoGrupo) {
   EXPECT_EQ(Gravadas(), esperado.Texto());
 }
 
+// A note without items is told 142 when the TR 98 closes its block, before the counts.
 INSTANTIATE_TEST_SUITE_P(
     Notas, FechamentoDeGrupo,
     ::testing::Values(CasoFechamento{"DuasNotasDeclaradas2", 2, 1, {{11, "000002"}}, {}},
@@ -49,7 +50,7 @@ INSTANTIATE_TEST_SUITE_P(
                       CasoFechamento{"NotasComLetra", 2, 1, {{11, "00000A"}}, {160}},
                       CasoFechamento{"ZeroNotasDeclaradas", 1, 1, {{11, "000000"}}, {160}},
                       CasoFechamento{"GrupoSemNotaDeclaraZero", 0, 0, {{11, "000000"}}, {141, 160}},
-                      CasoFechamento{"ZeroItensSemItens", 1, 0, {{17, "000000"}}, {}},
+                      CasoFechamento{"ZeroItensSemItens", 1, 0, {{17, "000000"}}, {142}},
                       CasoFechamento{"ItensDeclaradosAMais", 1, 2, {{17, "000003"}}, {161}},
                       CasoFechamento{"ItensNegativos", 1, 1, {{17, "-00001"}}, {161}},
                       CasoFechamento{"TR20Diferente", 1, 1, {{23, "000001"}}, {162}},

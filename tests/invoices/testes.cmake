@@ -1,6 +1,7 @@
 list(APPEND QUORV_APOIO invoices/arquivo_notas.cpp)
 list(APPEND QUORV_TESTES
   invoices/auto_lancamento_test.cpp
+  invoices/blocos_test.cpp
   invoices/cabecalho_test.cpp
   invoices/catalogo_notas_test.cpp
   invoices/execucao_notas_test.cpp
