@@ -1,5 +1,6 @@
 list(APPEND QUORV_APOIO invoices/arquivo_notas.cpp)
 list(APPEND QUORV_TESTES
+  invoices/amostra_limpa_test.cpp
   invoices/auto_lancamento_test.cpp
   invoices/blocos_test.cpp
   invoices/cabecalho_test.cpp
