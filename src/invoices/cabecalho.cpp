@@ -20,6 +20,7 @@ constexpr Coluna kIndicador{84, 1};
 
 // Version-2 header.
 constexpr Coluna kCodigoFonte{11, 14};
+constexpr Coluna kNomeInformante{25, 33};
 constexpr Coluna kTipoFonte{58, 2};
 
 }  // namespace
@@ -35,12 +36,13 @@ DadosCabecalho LeCabecalho(int versao, std::string_view registro) {
     return dados;
   }
   dados.tipoFonte = texto::NumeroOuMenosUm(Campo(registro, kTipoFonte));
+  dados.codigoFonte = texto::Numero(Campo(registro, kCodigoFonte));
   if (dados.tipoFonte == 1) {
     // A source of type 1 names its municipality in the whole 14-character code field.
     dados.verificaPrefixo = true;
     dados.prefixoEsperado.assign(Campo(registro, kCodigoFonte));
   }
-  if (dados.tipoFonte == 6) dados.emitenteEsperado = texto::Numero(Campo(registro, kCodigoFonte));
+  if (dados.tipoFonte == 6) dados.emitenteEsperado = dados.codigoFonte;
   return dados;
 }
 
@@ -66,11 +68,38 @@ int16_t VerificaCabecalhoV1(ExecucaoNotas& execucao, std::string_view registro) 
   return ocorrencias.Status();
 }
 
+// The version-2 header is held to the tests that its trailer applies to the same identification
+// fields: source type, source code, informant name, remessa number and date, and the version.
 int16_t VerificaCabecalhoV2(ExecucaoNotas& execucao, std::string_view registro,
                             std::string_view linha) {
-  static_cast<void>(registro);
+  // The run hands the same line as the record and as the raw line; the fields are read from the
+  // record.
   static_cast<void>(linha);
   Ocorrencias ocorrencias(execucao);
+
+  if (!texto::EhNumerico(Campo(registro, kTipoFonte))) ocorrencias.Falha(194);
+
+  const std::string_view codigoFonte = Campo(registro, kCodigoFonte);
+  if (texto::EmBranco(codigoFonte)) {
+    ocorrencias.Falha(193);
+  } else if (!texto::EhNumerico(codigoFonte)) {
+    ocorrencias.Falha(193);
+  }
+
+  if (texto::EmBranco(Campo(registro, kNomeInformante))) ocorrencias.Falha(196);
+
+  const std::string_view numeroRemessa = Campo(registro, kNumeroRemessa);
+  const auto remessa = texto::Numero(numeroRemessa);
+  if (texto::Apara(numeroRemessa).size() != 6 || !remessa || *remessa <= 0) ocorrencias.Falha(93);
+
+  const std::string_view dataRemessa = Campo(registro, kDataRemessa);
+  const auto data = datas::DataDaMascara(dataRemessa);
+  if (texto::Apara(dataRemessa).size() != 8 || !data || *data < *datas::Serial(2000, 1, 1)) {
+    ocorrencias.Falha(68);
+  }
+
+  if (texto::Apara(Campo(registro, kVersao)) != "2.0") ocorrencias.Falha(71);
+
   return ocorrencias.Status();
 }
 

@@ -30,7 +30,7 @@ constexpr std::uint64_t kBytesPorLinha = 162;
 constexpr std::uint64_t kUnidadePosicao = 128;
 
 constexpr double kPrimeiraEmissao = 2;     // 1900-01-01
-constexpr double kUltimaEmissao = 401769;  // 2999-01-01
+constexpr double kUltimaEmissao = 401404;  // 2999-01-01
 
 // Adds a record of a detail type to the counts; other types are not counted.
 void Conta(Contagem& contagem, std::string_view tr) {

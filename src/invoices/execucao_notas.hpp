@@ -40,25 +40,39 @@ struct DadosCabecalho {
   // Whether the issuer's municipality prefix is compared, and with what.
   bool verificaPrefixo = false;
   std::string prefixoEsperado;
-  // The issuer number that a version-2 header of source type 6 demands.
+  // The issuer number that a version-2 header of source type 6 demands of every note.
   std::optional<double> emitenteEsperado;
+  // The numeric value of a version-2 header's source code (columns 11-24); a source of type 8
+  // demands it of the issuer of every settlement document.
+  std::optional<double> codigoFonte;
 };
 
-// The values a group's TR 10 records leave for later records of the same group.
+// The values a group's TR 10 records leave for later records of the same group. Everything is
+// reset when a TR 01 opens the next group.
 struct EstadoGrupo {
+  // The previous note's issuer, counterpart, country, UF and operation code, as written (10, 14,
+  // 3, 2 and 4 characters); a field that a note fails early leaves the one before. Blank until a
+  // note of the group sets them.
   std::string emitenteAnterior;
   std::string destinatarioAnterior;
   std::string paisAnterior;
   std::string ufAnterior;
   std::string operacaoAnterior;
+  // Set when a note's counterpart, country, UF or operation differs from the previous note's.
   bool grupoDiverge = false;
+  // The latest and earliest valid issue dates of the group's notes (day serials).
   double maiorEmissao = 0;
   double menorEmissao = 0;
+  // Goods totals of the group's notes and of its settlement documents.
   double totalMercadorias = 0;
   double totalMercadoriasTR20 = 0;
+  // Situation and movement type of the last note, as written.
   std::string ultimaSituacao;
   std::string ultimoMovimento;
+  // "E" when the last valid operation code is below 5000, "S" when it is 5000 or above or 0;
+  // blank until a note sets it.
   std::string sentidoOperacao;
+  // The income flag of the last note whose flag passed its checks.
   std::string ultimoRendimento;
 };
 

@@ -19,6 +19,12 @@ std::string_view TipoDe(const Registro& registro) {
 
 }  // namespace
 
+Registro& Preenche(Registro& registro, const std::vector<Preenchimento>& campos) {
+  for (const Preenchimento& campo : campos)
+    registro.Campo(campo.coluna, campo.largura, campo.valor);
+  return registro;
+}
+
 Registro& ArquivoNotas::Novo(std::string_view tr) {
   Registro& registro = registros_.emplace_back(kLarguraNotas);
   registro.Numero(1, 8, static_cast<long long>(registros_.size()));
@@ -77,6 +83,61 @@ Registro& ArquivoNotas::TR99() {
     registro.Numero(kColunasTR99[i], 8, contagem[kTiposContados[i]]);
   }
   return registro;
+}
+
+Registro& ArquivoNotas::TR10Valido() {
+  return Novo("10")
+      .Campo(11, 10, kEmitenteValido)      // issuer
+      .Campo(21, 1, "1")                   // note type
+      .Campo(22, 3, "001")                 // series
+      .Campo(25, 6, "000123")              // note number
+      .Campo(31, 1, "S")                   // movement type
+      .Campo(32, 8, kEmissaoValida)        // issue date
+      .Campo(40, 14, kDestinatarioValido)  // counterpart
+      .Campo(54, 14, kCNPJValido)          // counterpart's CNPJ
+      .Campo(68, 3, "311")                 // country
+      .Campo(71, 2, "QZ")                  // UF
+      .Campo(73, 1, "1")                   // situation
+      .Campo(74, 4, "5101")                // operation code
+      .Campo(78, 13, "0000000010000")      // ICMS calculation base
+      .Campo(91, 13, "0000000001200")      // ICMS value
+      .Campo(104, 13, "0000000010000")     // goods
+      .Campo(117, 13, "0000000000000")     // Funrural
+      .Campo(130, 13, "0000000010000")     // note total
+      .Campo(143, 1, " ");                 // income flag
+}
+
+Registro& ArquivoNotas::TR20Valido() {
+  return Novo("20")
+      .Campo(11, 1, "2")                   // document type
+      .Campo(12, 14, kDestinatarioValido)  // issuer: the note's counterpart
+      .Campo(26, 2, "QZ")                  // issuer's UF
+      .Campo(28, 1, "1")                   // note type
+      .Campo(29, 3, "001")                 // series
+      .Campo(32, 6, "000456")              // document number
+      .Campo(38, 8, kEmissaoValida)        // document date
+      .Campo(46, 14, kCNPJValido)          // counterpart's CNPJ
+      .Campo(60, 14, kDestinatarioValido)  // counterpart
+      .Campo(74, 2, "QZ")                  // counterpart's UF
+      .Campo(76, 13, "0000000010000")      // ICMS calculation base
+      .Campo(89, 13, "0000000001200")      // ICMS value
+      .Campo(102, 13, "0000000010000")     // goods
+      .Campo(115, 13, "0000000000000")     // Funrural
+      .Campo(128, 13, "0000000010000")     // document total
+      .Campo(141, 1, " ")                  // income flag
+      .Campo(142, 3, "510");               // CFOP
+}
+
+Registro& ArquivoNotas::TR40Valido() {
+  return Novo("40")
+      .Campo(11, 10, "0000000001")             // assessment number
+      .Campo(21, 8, "20240201")                // drawn up
+      .Campo(29, 8, "20240205")                // acknowledged
+      .Campo(37, 10, kDestinatarioValido)      // taxpayer's registration
+      .Campo(47, 11, "")                       // taxpayer's CPF
+      .Campo(58, 14, kCNPJValido)              // taxpayer's CNPJ
+      .Campo(72, 46, "CONTRIBUINTE DE TESTE")  // taxpayer's name
+      .Campo(118, 13, "0000000050000");        // total value
 }
 
 std::vector<std::string> ArquivoNotas::Linhas() const {

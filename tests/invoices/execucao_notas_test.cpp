@@ -9,10 +9,11 @@ namespace {
 
 using ExecucaoNotas = TesteNotas;
 
-// A group with one note, closed, and the file's trailer.
+// A group with one note and its item, closed.
 void GrupoCompleto(ArquivoNotas& arquivo) {
   arquivo.TR01();
-  arquivo.Novo("10");
+  arquivo.TR10Valido();
+  arquivo.Novo("15");
   arquivo.TR98();
 }
 
@@ -55,7 +56,7 @@ TEST_F(ExecucaoNotas, SegundoTrailerPara) {
   const Registro& segundo = arquivo.TR99();
   arquivo.TR01();
   EXPECT_EQ(Valida(), 8);
-  EXPECT_EQ(Gravadas(), Advertencias().Linha(89, segundo.Texto(), "00000006").Texto());
+  EXPECT_EQ(Gravadas(), Advertencias().Linha(89, segundo.Texto(), "00000007").Texto());
 }
 
 TEST_F(ExecucaoNotas, GrupoDepoisDoTrailerPara) {
@@ -63,16 +64,16 @@ TEST_F(ExecucaoNotas, GrupoDepoisDoTrailerPara) {
   GrupoCompleto(arquivo);
   arquivo.TR99();
   const Registro& abertura = arquivo.TR01();
-  arquivo.Novo("10");
+  arquivo.TR10Valido();
   EXPECT_EQ(Valida(), 8);
-  EXPECT_EQ(Gravadas(), Advertencias().Linha(147, abertura.Texto(), "00000006").Texto());
+  EXPECT_EQ(Gravadas(), Advertencias().Linha(147, abertura.Texto(), "00000007").Texto());
 }
 
 TEST_F(ExecucaoNotas, TR15LogoAposTR01ContinuaComStatus1) {
   arquivo.CabecalhoV1();
   arquivo.TR01();
   const Registro& item = arquivo.Novo("15");
-  arquivo.Novo("10");
+  arquivo.TR10Valido();
   arquivo.Novo("15");
   arquivo.TR98();
   arquivo.TR99();
@@ -314,6 +315,12 @@ TEST_P(RegrasDeEstrutura, AdvertenciasNaLinhaDoRegistro) {
       arquivo.TR01();
     } else if (tipo == "98") {
       arquivo.TR98();
+    } else if (tipo == "10") {
+      arquivo.TR10Valido();
+    } else if (tipo == "20") {
+      arquivo.TR20Valido();
+    } else if (tipo == "40") {
+      arquivo.TR40Valido();
     } else {
       arquivo.Novo(tipo);
     }
@@ -329,49 +336,65 @@ TEST_P(RegrasDeEstrutura, AdvertenciasNaLinhaDoRegistro) {
   EXPECT_EQ(Gravadas(), esperado.Texto());
 }
 
+// The records are ones their checks accept in a group with a note, and every block has its item.
+// A TR 20 in a group without notes has no counterpart or UF of a note to agree with, so its check
+// tells 106 and 115 after the structure warning; a TR 40 there is drawn up before the group's
+// earliest note, so its check tells 184.
 INSTANTIATE_TEST_SUITE_P(
     ExecucaoNotas, RegrasDeEstrutura,
     ::testing::Values(
         CasoEstrutura{
             "GrupoCompleto", {"01", "10", "15", "20", "25", "30", "35", "40", "98"}, 0, {}},
-        CasoEstrutura{"DoisGrupos", {"01", "10", "98", "01", "10", "10", "98"}, 0, {}},
-        CasoEstrutura{"TR20SemTR10", {"01", "20", "10", "98"}, 1, {{154, 3}}},
-        CasoEstrutura{"TR25SemTR20", {"01", "10", "25", "98"}, 1, {{155, 4}}},
-        CasoEstrutura{"TR25DepoisDeTR30", {"01", "10", "20", "30", "25", "98"}, 1, {{155, 6}}},
-        CasoEstrutura{"TR30SemTR10", {"01", "30", "10", "98"}, 1, {{156, 3}}},
-        CasoEstrutura{"TR40SemTR10", {"01", "40", "10", "98"}, 1, {{156, 3}}},
-        CasoEstrutura{"TR35SemTR30", {"01", "10", "35", "98"}, 1, {{157, 4}}},
-        CasoEstrutura{"TR15DepoisDeTR20", {"01", "10", "20", "15", "98"}, 1, {{153, 5}}},
-        CasoEstrutura{"TR98SemTR10", {"01", "98"}, 1, {{141, 3}, {160, 3}}},
-        CasoEstrutura{"TR10AntesDeTR01", {"10", "01", "10", "98"}, 1, {{148, 2}}},
-        CasoEstrutura{"TR10DepoisDeTR98", {"01", "10", "98", "10"}, 1, {{148, 5}, {148, 5}}},
-        CasoEstrutura{"TR01ComGrupoAberto", {"01", "10", "01", "10", "98"}, 1, {{148, 4}}},
-        CasoEstrutura{"TR99ComGrupoAberto", {"01", "10"}, 1, {{148, 4}}},
         CasoEstrutura{
-            "GrupoErradoDepoisCorreto", {"01", "20", "10", "98", "01", "10", "98"}, 1, {{154, 3}}}),
+            "DoisGrupos", {"01", "10", "15", "98", "01", "10", "15", "10", "15", "98"}, 0, {}},
+        CasoEstrutura{
+            "TR20SemTR10", {"01", "20", "25", "10", "15", "98"}, 1, {{154, 3}, {106, 3}, {115, 3}}},
+        CasoEstrutura{"TR25SemTR20", {"01", "10", "15", "25", "98"}, 1, {{155, 5}}},
+        CasoEstrutura{"TR25DepoisDeTR30",
+                      {"01", "10", "15", "20", "25", "30", "25", "35", "98"},
+                      1,
+                      {{155, 8}}},
+        CasoEstrutura{"TR30SemTR10", {"01", "30", "35", "10", "15", "98"}, 1, {{156, 3}}},
+        CasoEstrutura{"TR40SemTR10", {"01", "40", "10", "15", "98"}, 1, {{156, 3}, {184, 3}}},
+        CasoEstrutura{"TR35SemTR30", {"01", "10", "15", "35", "98"}, 1, {{157, 5}}},
+        CasoEstrutura{
+            "TR15DepoisDeTR20", {"01", "10", "15", "20", "25", "15", "98"}, 1, {{153, 7}}},
+        CasoEstrutura{"TR98SemTR10", {"01", "98"}, 1, {{141, 3}, {160, 3}}},
+        CasoEstrutura{"TR10AntesDeTR01", {"10", "01", "10", "15", "98"}, 1, {{148, 2}}},
+        CasoEstrutura{"TR10DepoisDeTR98", {"01", "10", "15", "98", "10"}, 1, {{148, 6}, {148, 6}}},
+        CasoEstrutura{
+            "TR01ComGrupoAberto", {"01", "10", "15", "01", "10", "15", "98"}, 1, {{148, 5}}},
+        CasoEstrutura{"TR99ComGrupoAberto", {"01", "10", "15"}, 1, {{148, 5}}},
+        CasoEstrutura{"GrupoErradoDepoisCorreto",
+                      {"01", "20", "25", "10", "15", "98", "01", "10", "15", "98"},
+                      1,
+                      {{154, 3}, {106, 3}, {115, 3}}}),
     [](const ::testing::TestParamInfo<CasoEstrutura>& info) { return info.param.nome; });
 
 TEST_F(ExecucaoNotas, RegistroDepoisDoTrailerContinuaLendo) {
   arquivo.CabecalhoV1();
   GrupoCompleto(arquivo);
   arquivo.TR99();
-  const Registro& nota = arquivo.Novo("10");
+  const Registro& nota = arquivo.TR10Valido();
   EXPECT_EQ(Valida(), 1);
   EXPECT_EQ(Gravadas(), Advertencias()
-                            .Linha(147, nota.Texto(), "00000006")
-                            .Linha(148, nota.Texto(), "00000006")
-                            .Linha(148, nota.Texto(), "00000006")
+                            .Linha(147, nota.Texto(), "00000007")
+                            .Linha(148, nota.Texto(), "00000007")
+                            .Linha(148, nota.Texto(), "00000007")
                             .Texto());
 }
 
 TEST_F(ExecucaoNotas, ErroDeEstruturaDepoisDeErroDeGrupoTerminaEm8) {
   arquivo.CabecalhoV1();
   arquivo.TR01();
-  const Registro& liquidacao = arquivo.Novo("20");
+  const Registro& liquidacao = arquivo.TR20Valido();
   const Registro& errado = arquivo.Novo("77");
   EXPECT_EQ(Valida(), 8);
+  // Without a note in the group the document's check also tells its issuer and UF.
   EXPECT_EQ(Gravadas(), Advertencias()
                             .Linha(154, liquidacao.Texto(), "00000003")
+                            .Linha(106, liquidacao.Texto(), "00000003")
+                            .Linha(115, liquidacao.Texto(), "00000003")
                             .Linha(78, errado.Texto(), "00000004")
                             .Texto());
 }
@@ -390,8 +413,9 @@ std::vector<double> ProgressoEsperado(int linhas) {
 void ArquivoDeLinhas(ArquivoNotas& arquivo, int linhas) {
   arquivo.CabecalhoV1();
   arquivo.TR01();
-  for (int i = 0; i < linhas - 4; ++i)
-    arquivo.Novo("10");
+  arquivo.TR10Valido();
+  for (int i = 0; i < linhas - 5; ++i)
+    arquivo.Novo("15");
   arquivo.TR98();
   arquivo.TR99();
 }
@@ -425,7 +449,7 @@ TEST_F(ExecucaoNotas, ProgressoSoNosMultiplosDoPassoComCemLinhasOuMais) {
 TEST_F(ExecucaoNotas, ObjetoServeParaVariasExecucoes) {
   arquivo.CabecalhoV1();
   arquivo.TR01();
-  arquivo.Novo("20");
+  arquivo.TR20Valido();
   const std::string comErro = arquivo.Grava(diretorio, "com-erro.txt");
   ArquivoNotas limpo;
   limpo.CabecalhoV1();

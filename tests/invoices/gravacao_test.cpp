@@ -11,10 +11,10 @@ using GravacaoNotas = TesteNotas;
 TEST_F(GravacaoNotas, ArgumentosOmitidosDaoChavesZeroESeparadorCerquilha) {
   arquivo.CabecalhoV1();
   arquivo.TR01();
-  const Registro& liquidacao = arquivo.Novo("20");
+  const Registro& item = arquivo.Novo("25");
   EXPECT_EQ(Valida(), 8);
-  EXPECT_EQ(Gravadas(), "154#0#0#" + liquidacao.Texto() + "#00000003\r\n" + "88#0#0#" +
-                            liquidacao.Texto() + "#00000003\r\n");
+  EXPECT_EQ(Gravadas(), "155#0#0#" + item.Texto() + "#00000003\r\n" + "88#0#0#" + item.Texto() +
+                            "#00000003\r\n");
 }
 
 TEST_F(GravacaoNotas, ChavesESeparadorDoChamador) {
@@ -61,7 +61,8 @@ TEST_F(GravacaoNotas, NumeroDaLinhaSemDigitosFicaComoEsta) {
 TEST_F(GravacaoNotas, GravarErroDoAnfitriaoDuranteAExecucao) {
   arquivo.CabecalhoV1();
   arquivo.TR01();
-  arquivo.Novo("10");
+  arquivo.TR10Valido();
+  arquivo.Novo("15");
   arquivo.TR98();
   arquivo.TR99();
   std::vector<bool> respostas;

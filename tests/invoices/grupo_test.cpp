@@ -9,9 +9,9 @@ namespace {
 struct CasoFechamento {
   const char* nome;
   int notas;                                           // TR 10 records in the group
-  int itens;                                           // TR 15 records after the first TR 10
+  int itens;                                           // TR 15 records after each TR 10
   std::vector<std::pair<int, const char*>> contagens;  // column and declared count
-  std::vector<int> codigos;  // warnings at the TR 98 line, before those of the run
+  std::vector<int> codigos;                            // warnings at the TR 98 line, in order
 };
 
 class FechamentoDeGrupo : public TesteNotas,
@@ -22,11 +22,9 @@ TEST_P(FechamentoDeGrupo, ContagensDoGrupo) {
   arquivo.CabecalhoV1();
   arquivo.TR01();
   for (int i = 0; i < caso.notas; ++i) {
-    arquivo.Novo("10");
-    if (i == 0) {
-      for (int j = 0; j < caso.itens; ++j)
-        arquivo.Novo("15");
-    }
+    arquivo.TR10Valido();
+    for (int j = 0; j < caso.itens; ++j)
+      arquivo.Novo("15");
   }
   Registro& fechamento = arquivo.TR98();
   for (const auto& [coluna, valor] : caso.contagens)
@@ -36,28 +34,29 @@ TEST_P(FechamentoDeGrupo, ContagensDoGrupo) {
   EXPECT_EQ(status, caso.codigos.empty() ? 0 : 1);
   Advertencias esperado;
   char numero[16];
-  std::snprintf(numero, sizeof numero, "%08d", 3 + caso.notas + caso.itens);
+  std::snprintf(numero, sizeof numero, "%08d", 3 + caso.notas * (1 + caso.itens));
   for (int codigo : caso.codigos)
     esperado.Linha(codigo, fechamento.Texto(), numero);
   EXPECT_EQ(Gravadas(), esperado.Texto());
 }
 
+// A note without items is told 142 when the TR 98 closes its block, before the counts.
 INSTANTIATE_TEST_SUITE_P(
     Notas, FechamentoDeGrupo,
-    ::testing::Values(CasoFechamento{"DuasNotasDeclaradas2", 2, 0, {{11, "000002"}}, {}},
-                      CasoFechamento{"DuasNotasDeclaradas3", 2, 0, {{11, "000003"}}, {160}},
-                      CasoFechamento{"DuasNotasDeclaradasComBranco", 2, 0, {{11, "     2"}}, {160}},
-                      CasoFechamento{"NotasEmBranco", 2, 0, {{11, ""}}, {160}},
-                      CasoFechamento{"NotasComLetra", 2, 0, {{11, "00000A"}}, {160}},
-                      CasoFechamento{"ZeroNotasDeclaradas", 1, 0, {{11, "000000"}}, {160}},
+    ::testing::Values(CasoFechamento{"DuasNotasDeclaradas2", 2, 1, {{11, "000002"}}, {}},
+                      CasoFechamento{"DuasNotasDeclaradas3", 2, 1, {{11, "000003"}}, {160}},
+                      CasoFechamento{"DuasNotasDeclaradasComBranco", 2, 1, {{11, "     2"}}, {160}},
+                      CasoFechamento{"NotasEmBranco", 2, 1, {{11, ""}}, {160}},
+                      CasoFechamento{"NotasComLetra", 2, 1, {{11, "00000A"}}, {160}},
+                      CasoFechamento{"ZeroNotasDeclaradas", 1, 1, {{11, "000000"}}, {160}},
                       CasoFechamento{"GrupoSemNotaDeclaraZero", 0, 0, {{11, "000000"}}, {141, 160}},
-                      CasoFechamento{"ZeroItensSemItens", 1, 0, {{17, "000000"}}, {}},
+                      CasoFechamento{"ZeroItensSemItens", 1, 0, {{17, "000000"}}, {142}},
                       CasoFechamento{"ItensDeclaradosAMais", 1, 2, {{17, "000003"}}, {161}},
-                      CasoFechamento{"ItensNegativos", 1, 0, {{17, "-00001"}}, {161}},
-                      CasoFechamento{"TR20Diferente", 1, 0, {{23, "000001"}}, {162}},
-                      CasoFechamento{"TR25EmBranco", 1, 0, {{29, ""}}, {163}},
-                      CasoFechamento{"TR30Curto", 1, 0, {{35, "1"}}, {164}},
-                      CasoFechamento{"TR35Diferente", 1, 0, {{41, "000009"}}, {165}},
+                      CasoFechamento{"ItensNegativos", 1, 1, {{17, "-00001"}}, {161}},
+                      CasoFechamento{"TR20Diferente", 1, 1, {{23, "000001"}}, {162}},
+                      CasoFechamento{"TR25EmBranco", 1, 1, {{29, ""}}, {163}},
+                      CasoFechamento{"TR30Curto", 1, 1, {{35, "1"}}, {164}},
+                      CasoFechamento{"TR35Diferente", 1, 1, {{41, "000009"}}, {165}},
                       CasoFechamento{"TodasErradas",
                                      1,
                                      1,

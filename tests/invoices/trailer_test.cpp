@@ -19,14 +19,15 @@ struct CasoTrailer {
   std::vector<int> codigos;  // empty: accepted
 };
 
-// A file of three notes in one group, with one item of each kind.
+// A file of three notes in one group, each with its item, and a settlement document and a TR 30
+// with theirs.
 void TresNotas(ArquivoNotas& arquivo) {
   arquivo.TR01();
-  arquivo.Novo("10");
-  arquivo.Novo("15");
-  arquivo.Novo("10");
-  arquivo.Novo("10");
-  arquivo.Novo("20");
+  for (int i = 0; i < 3; ++i) {
+    arquivo.TR10Valido();
+    arquivo.Novo("15");
+  }
+  arquivo.TR20Valido();
   arquivo.Novo("25");
   arquivo.Novo("30");
   arquivo.Novo("35");
@@ -49,7 +50,7 @@ class Trailer : public TesteNotas {
     EXPECT_EQ(status, 8);
     Advertencias esperado;
     for (int codigo : caso.codigos)
-      esperado.Linha(codigo, trailer.Texto(), "00000012");
+      esperado.Linha(codigo, trailer.Texto(), "00000014");
     EXPECT_EQ(Gravadas(), esperado.Texto());
   }
 };
@@ -79,7 +80,7 @@ INSTANTIATE_TEST_SUITE_P(
                       CasoTrailer{"VersaoComBrancoNaFrente", {{74, 10, " 1.0"}}, {71}},
                       CasoTrailer{"TR10Declarados2", {{84, 8, "00000002"}}, {168}},
                       CasoTrailer{"TR10DeclaradosComBrancos", {{84, 8, "       3"}}, {168}},
-                      CasoTrailer{"TR15Diferente", {{92, 8, "00000002"}}, {169}},
+                      CasoTrailer{"TR15Diferente", {{92, 8, "00000004"}}, {169}},
                       CasoTrailer{"TR20EmBranco", {{100, 8, ""}}, {170}},
                       CasoTrailer{"TR25Negativo", {{108, 8, "-0000001"}}, {171}},
                       CasoTrailer{"TR30ComLetra", {{116, 8, "0000000A"}}, {172}},

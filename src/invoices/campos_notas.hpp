@@ -1,0 +1,61 @@
+// Field rules that several invoice record checks share: the home state and the home country,
+// amounts, dates of the records and taxpayer numbers (CNPJ and CPF).
+#ifndef QUORVVALIDA_SRC_INVOICES_CAMPOS_NOTAS_HPP_
+#define QUORVVALIDA_SRC_INVOICES_CAMPOS_NOTAS_HPP_
+
+#include <charconv>
+#include <cmath>
+#include <optional>
+#include <string_view>
+
+#include "component/shared/datas.hpp"
+#include "component/shared/documentos.hpp"
+#include "component/shared/texto.hpp"
+
+namespace quorv::notas {
+
+// The home state's UF, the UF that marks a party abroad, and the home country's code.
+inline constexpr std::string_view kUFLocal = "QZ";
+inline constexpr std::string_view kUFExterior = "EX";
+inline constexpr double kPaisLocal = 311;
+
+// The day serial of a date the checks compare with (a valid calendar date).
+inline double Data(int ano, int mes, int dia) {
+  return *datas::Serial(ano, mes, dia);
+}
+
+// The value of an amount field: 13 characters once trimmed and numeric; empty otherwise.
+inline std::optional<double> Valor(std::string_view campo) {
+  if (texto::Apara(campo).size() != 13) return std::nullopt;
+  return texto::Numero(campo);
+}
+
+// Which check digits a taxpayer-number field must carry.
+enum class Contribuinte { kCnpjOuCpf, kCpf, kCnpj };
+
+// A taxpayer-number field is accepted when blank or zero; otherwise it must be a positive whole
+// number whose check digits pass.
+inline bool DocumentoAceito(std::string_view campo, Contribuinte contribuinte) {
+  if (texto::EmBranco(campo)) return true;
+  const auto valor = texto::Numero(campo);
+  if (!valor) return false;
+  if (*valor == 0) return true;
+  // A negative number or a fraction is no taxpayer number.
+  if (*valor < 0 || *valor != std::floor(*valor)) return false;
+  // The number is checked as the run time writes it back: no leading zeros and one leading blank
+  // where the sign would go. An eleven-digit CPF whose first digit is not 0 thus becomes twelve
+  // characters, which the CPF check refuses as too long; deliberate, every such CPF has always
+  // been refused. The fields hold at most 14 characters, so the value fits.
+  char escrito[24];
+  escrito[0] = ' ';
+  const char* fim =
+      std::to_chars(escrito + 1, escrito + sizeof escrito, static_cast<long long>(*valor)).ptr;
+  const std::string_view numero(escrito, static_cast<std::size_t>(fim - escrito));
+  if (contribuinte == Contribuinte::kCnpj) return documentos::ValidaCNPJ(numero);
+  if (contribuinte == Contribuinte::kCpf) return documentos::ValidaCPF(numero);
+  return documentos::ValidaCNPJ(numero) || documentos::ValidaCPF(numero);
+}
+
+}  // namespace quorv::notas
+
+#endif  // QUORVVALIDA_SRC_INVOICES_CAMPOS_NOTAS_HPP_

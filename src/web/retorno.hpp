@@ -1,0 +1,35 @@
+// The return file of the web facade: a heading and one entry per warning, for a person to read.
+// Written in Windows-1252 with CR LF, as the treasury's web system reads it; its widths count
+// characters.
+#ifndef QUORVVALIDA_SRC_WEB_RETORNO_HPP_
+#define QUORVVALIDA_SRC_WEB_RETORNO_HPP_
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace quorv::web {
+
+// The kind of file validated, which decides the reader, the heading and the identification.
+enum class TipoRetorno { kNotas, kFichas };
+
+// Reads the warnings file with the reader of its kind and writes the return file: the heading
+// with the remessa number, then every warning. False when the return file could not be created,
+// in which case nothing is written.
+bool GravaRetorno(TipoRetorno tipo, const std::string& caminhoAdvertencias,
+                  const std::string& caminhoRetorno, std::string_view numeroRemessa);
+
+// After a run: when the working directory holds a warnings file, writes the return file at the
+// plain concatenation directory + name (the caller gives the separator), deletes the warnings
+// file and answers false; without a warnings file answers true.
+bool Relata(TipoRetorno tipo, const std::string& diretorio, const std::string& nomeRetorno,
+            std::string_view numeroRemessa);
+
+// The lines of one warning as the return file holds them (Windows-1252, each ended by CR LF),
+// from the reader's items (UTF-8).
+std::string LinhasDoAviso(TipoRetorno tipo, std::string_view tr, std::string_view nota,
+                          int32_t linha, std::string_view descricao);
+
+}  // namespace quorv::web
+
+#endif  // QUORVVALIDA_SRC_WEB_RETORNO_HPP_
