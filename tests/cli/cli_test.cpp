@@ -39,10 +39,10 @@ std::string Amostra(const std::string& nome) {
 class Programa : public ::testing::Test {
  protected:
   // Runs the installed program with the arguments, stdout and stderr kept apart.
-  Execucao Executa(const std::vector<std::string>& argumentos,
-                   const std::string& ambiente = "") {
+  Execucao Executa(const std::vector<std::string>& argumentos, const std::string& ambiente = "") {
     std::string comando = ambiente + " " + Aspas(QUORV_PROGRAMA);
-    for (const std::string& argumento : argumentos) comando += " " + Aspas(argumento);
+    for (const std::string& argumento : argumentos)
+      comando += " " + Aspas(argumento);
     const std::string saida = diretorio.Arquivo("saida.txt");
     const std::string erros = diretorio.Arquivo("erros.txt");
     comando += " > " + Aspas(saida) + " 2> " + Aspas(erros) + " < /dev/null";
@@ -80,8 +80,8 @@ TEST_F(Programa, NotasLimpasSaemComZeroSemArquivoDeAdvertencias) {
 }
 
 TEST_F(Programa, NotasComDefeitosSaemComUmEJsonComCadaAdvertencia) {
-  const Execucao execucao = Executa(
-      {"notas", Amostra("notas-com-defeitos.txt"), "-d", Trabalho(), inscricao, "--json"});
+  const Execucao execucao =
+      Executa({"notas", Amostra("notas-com-defeitos.txt"), "-d", Trabalho(), inscricao, "--json"});
   EXPECT_EQ(execucao.codigo, 1) << execucao.erros;
   ASSERT_TRUE(TemAdvertencias());
   const auto documento = nlohmann::json::parse(execucao.saida);
@@ -93,7 +93,8 @@ TEST_F(Programa, NotasComDefeitosSaemComUmEJsonComCadaAdvertencia) {
   // One entry per line of the warnings file, in its order.
   const std::string arquivo = LeBytes(Trabalho() + "/ADVERTENCIAS.TXT");
   std::size_t linhas = 0;
-  for (char c : arquivo) linhas += c == '\n';
+  for (char c : arquivo)
+    linhas += c == '\n';
   EXPECT_EQ(advertencias.size(), linhas);
   EXPECT_EQ(documento["total_advertencias"], linhas);
   const std::string primeira = arquivo.substr(0, arquivo.find('\r'));
@@ -108,8 +109,8 @@ TEST_F(Programa, NotasComDefeitosSaemComUmEJsonComCadaAdvertencia) {
 }
 
 TEST_F(Programa, TipoIdentificadoPelaPrimeiraLinha) {
-  const Execucao notas = Executa({Amostra("notas-limpo.txt"), "-d", Trabalho(), inscricao,
-                                  "--json"});
+  const Execucao notas =
+      Executa({Amostra("notas-limpo.txt"), "-d", Trabalho(), inscricao, "--json"});
   EXPECT_EQ(nlohmann::json::parse(notas.saida)["tipo"], "notas");
   const Execucao fichas = Executa({Amostra("fichas-limpo.txt"), "-d", Trabalho(), "--json"});
   const auto documento = nlohmann::json::parse(fichas.saida);
@@ -121,8 +122,8 @@ TEST_F(Programa, TipoIdentificadoPelaPrimeiraLinha) {
 }
 
 TEST_F(Programa, FichasComDefeitosSaemComUm) {
-  const Execucao execucao = Executa({"fichas", Amostra("fichas-com-defeitos.txt"), "-d",
-                                     Trabalho()});
+  const Execucao execucao =
+      Executa({"fichas", Amostra("fichas-com-defeitos.txt"), "-d", Trabalho()});
   EXPECT_EQ(execucao.codigo, 1);
   EXPECT_TRUE(TemAdvertencias());
   EXPECT_NE(execucao.saida.find("Solicitação Rejeitada"), std::string::npos) << execucao.saida;
@@ -192,10 +193,9 @@ TEST_F(Programa, QuietoNaoImprimeNada) {
 }
 
 TEST_F(Programa, OpcoesChegamAoValidador) {
-  const Execucao execucao =
-      Executa({"notas", Amostra("notas-com-defeitos.txt"), "-d", Trabalho(), inscricao,
-               "--chave-remessa", "123", "--chave-processamento", "7", "--separador", ";",
-               "--json"});
+  const Execucao execucao = Executa({"notas", Amostra("notas-com-defeitos.txt"), "-d", Trabalho(),
+                                     inscricao, "--chave-remessa", "123", "--chave-processamento",
+                                     "7", "--separador", ";", "--json"});
   EXPECT_EQ(execucao.codigo, 1);
   const std::string arquivo = LeBytes(Trabalho() + "/ADVERTENCIAS.TXT");
   const std::string primeira = arquivo.substr(0, arquivo.find('\r'));
@@ -206,18 +206,17 @@ TEST_F(Programa, OpcoesChegamAoValidador) {
 }
 
 TEST_F(Programa, OrigemA0SoConta) {
-  const Execucao execucao = Executa({"notas", Amostra("notas-com-defeitos.txt"), "-d",
-                                     Trabalho(), "--origem", "A0", "--json"});
+  const Execucao execucao = Executa(
+      {"notas", Amostra("notas-com-defeitos.txt"), "-d", Trabalho(), "--origem", "A0", "--json"});
   EXPECT_EQ(execucao.codigo, 0) << execucao.saida;
   EXPECT_EQ(nlohmann::json::parse(execucao.saida)["status"], 0);
 }
 
 TEST_F(Programa, SemBibliotecaDeInscricaoUmAviso) {
-  const Execucao execucao = Executa({"notas", Amostra("notas-limpo.txt"), "-d", Trabalho()},
-                                    "LD_LIBRARY_PATH=");
+  const Execucao execucao =
+      Executa({"notas", Amostra("notas-limpo.txt"), "-d", Trabalho()}, "LD_LIBRARY_PATH=");
   EXPECT_EQ(execucao.codigo, 1);
-  EXPECT_NE(execucao.erros.find("toda inscrição estadual de QZ será recusada"),
-            std::string::npos);
+  EXPECT_NE(execucao.erros.find("toda inscrição estadual de QZ será recusada"), std::string::npos);
   EXPECT_NE(execucao.erros.find("--inscricao-lib"), std::string::npos);
   EXPECT_EQ(execucao.erros.find("aviso", execucao.erros.find("aviso") + 1), std::string::npos);
 }
@@ -238,8 +237,8 @@ TEST_F(Programa, WebEscreveORetornoNoDiretorio) {
   EXPECT_EQ(retorno.rfind("SECRETARIA DA FAZENDA - ESTADO DO VALDORIA\r\n", 0), 0u);
   EXPECT_FALSE(TemAdvertencias());
 
-  const Execucao limpo = Executa({"web", Amostra("fichas-limpo.txt"), "-r", "OUTRO.TXT", "-d",
-                                  Trabalho(), "--json"});
+  const Execucao limpo =
+      Executa({"web", Amostra("fichas-limpo.txt"), "-r", "OUTRO.TXT", "-d", Trabalho(), "--json"});
   EXPECT_EQ(limpo.codigo, 0);
   const auto documento = nlohmann::json::parse(limpo.saida);
   EXPECT_EQ(documento["resultado"], true);
@@ -248,13 +247,13 @@ TEST_F(Programa, WebEscreveORetornoNoDiretorio) {
 }
 
 TEST_F(Programa, WebComTipoComoDigitado) {
-  const Execucao minusculo = Executa({"web", Amostra("notas-com-defeitos.txt"), "-r", "R.TXT",
-                                      "-d", Trabalho(), "--tipo", "p"});
+  const Execucao minusculo = Executa(
+      {"web", Amostra("notas-com-defeitos.txt"), "-r", "R.TXT", "-d", Trabalho(), "--tipo", "p"});
   // The facade knows "P" and "F" only: "p" validates nothing and answers false.
   EXPECT_EQ(minusculo.codigo, 1);
   EXPECT_FALSE(std::filesystem::exists(std::filesystem::u8path(Trabalho() + "/R.TXT")));
-  const Execucao fichas = Executa({"web", Amostra("fichas-com-defeitos.txt"), "-r", "R.TXT",
-                                   "-d", Trabalho(), "--tipo", "F", "--programa-chamador", "X"});
+  const Execucao fichas = Executa({"web", Amostra("fichas-com-defeitos.txt"), "-r", "R.TXT", "-d",
+                                   Trabalho(), "--tipo", "F", "--programa-chamador", "X"});
   EXPECT_EQ(fichas.codigo, 1);
   EXPECT_TRUE(std::filesystem::exists(std::filesystem::u8path(Trabalho() + "/R.TXT")));
 }

@@ -7,14 +7,17 @@
 #include "linhas.hpp"
 
 int main(int argc, char** argv) {
-  CLI::App app("Escreve arquivos de notas fiscais de produtor ou de ficha cadastral para "
-               "exemplos, medições e testes.",
-               "quorvvalida-gerador");
+  CLI::App app(
+      "Escreve arquivos de notas fiscais de produtor ou de ficha cadastral para "
+      "exemplos, medições e testes.",
+      "quorvvalida-gerador");
   std::string tipo;
   std::uint64_t linhas = 1000000;
   bool defeitos = false;
   std::string saida;
-  app.add_option("TIPO", tipo, "notas ou fichas")->required()->check(CLI::IsMember({"notas", "fichas"}));
+  app.add_option("TIPO", tipo, "notas ou fichas")
+      ->required()
+      ->check(CLI::IsMember({"notas", "fichas"}));
   app.add_option("-n,--linhas", linhas, "quantas linhas, aproximadamente (padrão 1000000)");
   app.add_flag("--defeitos", defeitos, "a maioria dos registros com vários defeitos");
   app.add_option("-o,--saida", saida, "arquivo a escrever (padrão: a saída padrão)");

@@ -14,7 +14,8 @@ std::string Inscricao(std::string_view prefixo, std::uint64_t serie, std::size_t
   std::string numero(prefixo);
   numero += Zeros(serie, digitos - 1 - prefixo.size());
   int soma = 0;
-  for (char c : numero) soma += c - '0';
+  for (char c : numero)
+    soma += c - '0';
   numero += static_cast<char>('0' + soma % 10);
   return numero;
 }

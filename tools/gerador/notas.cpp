@@ -46,7 +46,9 @@ void NotaComDefeitos(Linhas& linhas, const std::string& emitente, const std::str
 }
 
 void Item(Linhas& linhas, std::string_view tipo, int item) {
-  linhas.Novo(tipo).Campo(11, 3, Zeros(static_cast<std::uint64_t>(item), 3)).Campo(14, 20, "PRODUTO AGRICOLA");
+  linhas.Novo(tipo)
+      .Campo(11, 3, Zeros(static_cast<std::uint64_t>(item), 3))
+      .Campo(14, 20, "PRODUTO AGRICOLA");
 }
 
 // The settlement document of the group's notes: issued by the notes' counterpart, dated no

@@ -45,15 +45,18 @@ std::uint64_t LeAdvertencias(const std::string& caminho, const std::string& sepa
     // code, key, key, the warned line, line number: the warned line may hold the separator,
     // so it is taken between the third separator and the last one.
     const std::size_t primeiro = linha.find(sep);
-    const std::size_t segundo = primeiro == std::string::npos ? primeiro : linha.find(sep, primeiro + sep.size());
-    const std::size_t terceiro = segundo == std::string::npos ? segundo : linha.find(sep, segundo + sep.size());
+    const std::size_t segundo =
+        primeiro == std::string::npos ? primeiro : linha.find(sep, primeiro + sep.size());
+    const std::size_t terceiro =
+        segundo == std::string::npos ? segundo : linha.find(sep, segundo + sep.size());
     const std::size_t ultimo = linha.rfind(sep);
     advertencia.codigo = cp1252::ParaUtf8(linha.substr(0, primeiro));
     advertencia.codigoNumero = Inteiro<int>(advertencia.codigo);
     if (terceiro != std::string::npos && ultimo > terceiro) {
       const std::string_view registro =
           std::string_view(linha).substr(terceiro + sep.size(), ultimo - terceiro - sep.size());
-      advertencia.tr = cp1252::ParaUtf8(registro.substr(std::min<std::size_t>(8, registro.size()), larguraTR));
+      advertencia.tr =
+          cp1252::ParaUtf8(registro.substr(std::min<std::size_t>(8, registro.size()), larguraTR));
       advertencia.linha = cp1252::ParaUtf8(std::string_view(linha).substr(ultimo + sep.size()));
     } else {
       advertencia.tr.clear();

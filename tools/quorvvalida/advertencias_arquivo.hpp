@@ -17,8 +17,8 @@ struct Advertencia {
   std::optional<int> codigoNumero;  // when the code is a number
   std::string linha;                // line number as written
   std::optional<long long> linhaNumero;
-  std::string tr;                   // record type of the warned line
-  std::string mensagem;             // the catalogue's text
+  std::string tr;        // record type of the warned line
+  std::string mensagem;  // the catalogue's text
 };
 
 // Calls `cada` for every warning of the file, in order, and answers how many there were.

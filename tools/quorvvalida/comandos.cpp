@@ -62,7 +62,9 @@ void AvisaSemInscricao(Tipo tipo, const OpcoesGerais& gerais) {
 
 }  // namespace
 
-void Erro(const std::string& mensagem) { fmt::print(stderr, "quorvvalida: {}\n", mensagem); }
+void Erro(const std::string& mensagem) {
+  fmt::print(stderr, "quorvvalida: {}\n", mensagem);
+}
 
 int ValidaArquivo(std::optional<Tipo> tipo, const OpcoesValidacao& opcoes,
                   const OpcoesGerais& gerais) {
@@ -73,11 +75,11 @@ int ValidaArquivo(std::optional<Tipo> tipo, const OpcoesValidacao& opcoes,
       return kNaoValidado;
     }
     if (!identificacao.identificado) {
-      Erro(fmt::format(
-          "não foi possível identificar o tipo do arquivo {}: a primeira linha tem {} "
-          "caracteres, e são esperados 160 (notas fiscais de produtor) ou 260 (ficha "
-          "cadastral). Use 'quorvvalida notas' ou 'quorvvalida fichas' para escolher.",
-          opcoes.arquivo, identificacao.comprimento));
+      Erro(
+          fmt::format("não foi possível identificar o tipo do arquivo {}: a primeira linha tem {} "
+                      "caracteres, e são esperados 160 (notas fiscais de produtor) ou 260 (ficha "
+                      "cadastral). Use 'quorvvalida notas' ou 'quorvvalida fichas' para escolher.",
+                      opcoes.arquivo, identificacao.comprimento));
       return kNaoValidado;
     }
     tipo = identificacao.tipo;
@@ -140,10 +142,10 @@ int ValidaWeb(const OpcoesWeb& opcoes, const OpcoesGerais& gerais) {
   if (!opcoes.tipo) {
     const Identificacao identificacao = IdentificaTipo(opcoes.arquivo);
     if (!identificacao.identificado) {
-      Erro(fmt::format(
-          "não foi possível identificar o tipo do arquivo {} (primeira linha com {} "
-          "caracteres); informe --tipo P ou --tipo F",
-          opcoes.arquivo, identificacao.comprimento));
+      Erro(
+          fmt::format("não foi possível identificar o tipo do arquivo {} (primeira linha com {} "
+                      "caracteres); informe --tipo P ou --tipo F",
+                      opcoes.arquivo, identificacao.comprimento));
       return kNaoValidado;
     }
     tipo = identificacao.tipo;
@@ -161,11 +163,13 @@ int ValidaWeb(const OpcoesWeb& opcoes, const OpcoesGerais& gerais) {
   // The facade joins the directory and the return file's name as they are: the tool puts the
   // separator between them.
   const std::string nomeRetorno = "/" + opcoes.retorno;
-  const std::string caminhoRetorno = (fs::u8path(opcoes.diretorio) / fs::u8path(opcoes.retorno)).u8string();
+  const std::string caminhoRetorno =
+      (fs::u8path(opcoes.diretorio) / fs::u8path(opcoes.retorno)).u8string();
   std::string numero;
   bool resultado = false;
   if (opcoes.tipo) {
-    resultado = web.Valida_TIPO(opcoes.arquivo, nomeRetorno, opcoes.diretorio, numero, *opcoes.tipo);
+    resultado =
+        web.Valida_TIPO(opcoes.arquivo, nomeRetorno, opcoes.diretorio, numero, *opcoes.tipo);
   } else if (*tipo == Tipo::kNotas) {
     resultado = web.Valida_Dados_Tarnweb(opcoes.arquivo, nomeRetorno, opcoes.diretorio, numero);
   } else {
@@ -217,7 +221,9 @@ int MostraMensagem(Tipo tipo, const std::string& codigo, const OpcoesGerais& ger
                                 ? clsQuorvMsg().MensagemAdvertencia(curto)
                                 : clsQuorvMsgFichas().MensagemAdvertenciaFichas(curto);
   if (gerais.json) {
-    fmt::print("{}\n", nlohmann::json{{"tipo", NomeDoTipo(tipo)}, {"codigo", valor}, {"mensagem", texto}}.dump());
+    fmt::print(
+        "{}\n",
+        nlohmann::json{{"tipo", NomeDoTipo(tipo)}, {"codigo", valor}, {"mensagem", texto}}.dump());
   } else if (!gerais.quieto) {
     fmt::print("{}\n", texto);
   }

@@ -4,8 +4,8 @@
 #include <regex>
 #include <string>
 
-#include <CLI/CLI.hpp>
 #include <fmt/core.h>
+#include <CLI/CLI.hpp>
 
 #include "comandos.hpp"
 #include "quorvvalida/quorvvalida.hpp"
@@ -69,23 +69,27 @@ void AjudaDoComando(const std::string& comando) {
         "ADVERTENCIAS.TXT é apagado.\n\n"
         "  -r, --retorno RETORNO        nome do arquivo de retorno, dentro de DIR\n"
         "  -d, --diretorio DIR          diretório de trabalho (padrão: o atual)\n"
-        "  --tipo P|F                   P notas, F fichas, exatamente como escrito; sem ele o tipo\n"
+        "  --tipo P|F                   P notas, F fichas, exatamente como escrito; sem ele o "
+        "tipo\n"
         "                               vem da primeira linha do arquivo\n"
         "  --tipo-arquivo TEXTO         \"RET\" para fichas de retorno\n"
         "  --programa-chamador TEXTO    programa que chama a validação\n\n"
         "Saída: 0 quando a fachada responde verdadeiro (sem advertências), 1 quando falso.\n");
   } else if (comando == "mensagem") {
-    fmt::print("Uso: quorvvalida mensagem notas|fichas CODIGO\n\n"
-               "Mostra o texto do catálogo para o código de advertência.\n");
+    fmt::print(
+        "Uso: quorvvalida mensagem notas|fichas CODIGO\n\n"
+        "Mostra o texto do catálogo para o código de advertência.\n");
   } else if (comando == "advertencias") {
-    fmt::print("Uso: quorvvalida advertencias notas|fichas ARQUIVO\n\n"
-               "Lista um arquivo de advertências (separado por #) registro a registro: linha,\n"
-               "tipo de registro, nota ou solicitação e descrição.\n");
+    fmt::print(
+        "Uso: quorvvalida advertencias notas|fichas ARQUIVO\n\n"
+        "Lista um arquivo de advertências (separado por #) registro a registro: linha,\n"
+        "tipo de registro, nota ou solicitação e descrição.\n");
   } else {
-    fmt::print("Uso: quorvvalida {} ARQUIVO [-d DIR] [opções]\n\nValida um arquivo de {}.\n\n"
-               "Opções da validação:\n{}\nOpções gerais:\n{}",
-               comando, comando == "notas" ? "notas fiscais de produtor" : "ficha cadastral",
-               kOpcoesValidacao, kOpcoesGerais);
+    fmt::print(
+        "Uso: quorvvalida {} ARQUIVO [-d DIR] [opções]\n\nValida um arquivo de {}.\n\n"
+        "Opções da validação:\n{}\nOpções gerais:\n{}",
+        comando, comando == "notas" ? "notas fiscais de produtor" : "ficha cadastral",
+        kOpcoesValidacao, kOpcoesGerais);
   }
 }
 
@@ -169,15 +173,22 @@ int Executa(int argc, char** argv) {
   comandoWeb->add_option("--tipo-arquivo", web.tipoArquivo);
   comandoWeb->add_option("--programa-chamador", web.programaChamador);
   comandos["web"] = comandoWeb;
-  std::string tipoNome;
+  // "mensagem notas 77": the kind is a subcommand of its own under each command, so that
+  // "notas" and "fichas" there are not taken for the validating commands of the same names.
   std::string argumento;
+  std::map<std::string, CLI::App*> tipos;
   for (const char* nome : {"mensagem", "advertencias"}) {
     CLI::App* comando = app.add_subcommand(nome);
-    comando->add_option("TIPO", tipoNome);
-    comando->add_option("ARGUMENTO", argumento);
     comandos[nome] = comando;
+    for (const char* tipo : {"notas", "fichas"}) {
+      CLI::App* doTipo = comando->add_subcommand(tipo);
+      doTipo->add_option("ARGUMENTO", argumento);
+      doTipo->fallthrough();
+      tipos[std::string(nome) + " " + tipo] = doTipo;
+    }
   }
-  for (auto& [nome, comando] : comandos) comando->fallthrough();
+  for (auto& [nome, comando] : comandos)
+    comando->fallthrough();
 
   try {
     app.parse(argc, argv);
@@ -219,14 +230,16 @@ int Executa(int argc, char** argv) {
     return quorv::ferramenta::ValidaWeb(web, gerais);
   }
   if (escolhido == "mensagem" || escolhido == "advertencias") {
-    const std::optional<Tipo> tipo = TipoDoNome(tipoNome);
+    std::optional<Tipo> tipo;
+    for (const char* nome : {"notas", "fichas"}) {
+      if (tipos[escolhido + " " + nome]->parsed()) tipo = TipoDoNome(nome);
+    }
     if (!tipo) return ErroDeUso("informe notas ou fichas depois de " + escolhido);
     if (argumento.empty()) {
       return ErroDeUso(escolhido == "mensagem" ? "falta o CODIGO" : "falta o ARQUIVO");
     }
-    return escolhido == "mensagem"
-               ? quorv::ferramenta::MostraMensagem(*tipo, argumento, gerais)
-               : quorv::ferramenta::ListaAdvertencias(*tipo, argumento, gerais);
+    return escolhido == "mensagem" ? quorv::ferramenta::MostraMensagem(*tipo, argumento, gerais)
+                                   : quorv::ferramenta::ListaAdvertencias(*tipo, argumento, gerais);
   }
   if (validacao.arquivo.empty()) return ErroDeUso("falta o ARQUIVO a validar");
   if (validacao.separador.empty()) return ErroDeUso("o separador não pode ser vazio");

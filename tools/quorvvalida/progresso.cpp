@@ -38,7 +38,9 @@ BarraDeProgresso::BarraDeProgresso(bool ativa, Tipo tipo, std::uint64_t tamanho)
       inicio_(std::chrono::steady_clock::now()),
       ultimoDesenho_(inicio_) {}
 
-BarraDeProgresso::~BarraDeProgresso() { Encerra(); }
+BarraDeProgresso::~BarraDeProgresso() {
+  Encerra();
+}
 
 void BarraDeProgresso::Atualiza(double porcentagem) {
   if (!ativa_ || linhasTotais_ <= 0) return;
@@ -48,8 +50,8 @@ void BarraDeProgresso::Atualiza(double porcentagem) {
   // The invoice validator counts what it read in 128-byte units against 162-byte lines; the
   // form validator counts lines. Both become lines read here.
   const double parte = porcentagem / 100.0;
-  const double linhas = tipo_ == Tipo::kNotas ? parte * linhasTotais_ * 128.0 / 162.0
-                                              : parte * linhasTotais_;
+  const double linhas =
+      tipo_ == Tipo::kNotas ? parte * linhasTotais_ * 128.0 / 162.0 : parte * linhasTotais_;
   Desenha(std::clamp(linhas, 0.0, linhasTotais_));
 }
 

@@ -32,6 +32,11 @@ void ImprimeResumo(const Relatorio& relatorio, std::uint64_t limite) {
     total = LeAdvertencias(relatorio.caminhoAdvertencias, relatorio.separador, relatorio.tipo,
                            [](const Advertencia&) {});
   }
+  // How the component's callers judge a run: by the warnings file, not by the status.
+  const char* resultado = relatorio.status == 9       ? "não validado"
+                          : relatorio.temAdvertencias ? "com advertências"
+                                                      : "aceito, sem advertências";
+  fmt::print("Resultado:          {}\n", resultado);
   fmt::print("Arquivo:            {}\n", relatorio.arquivo);
   fmt::print("Tipo:               {}\n", DescricaoDoTipo(relatorio.tipo));
   fmt::print("Número da remessa:  {}\n",

@@ -20,7 +20,8 @@ Identificacao IdentificaTipo(const std::string& caminho) {
     const std::size_t lidos = std::fread(bloco, 1, sizeof bloco, entrada);
     if (lidos == 0) break;
     std::size_t i = 0;
-    while (i < lidos && bloco[i] != '\n') ++i;
+    while (i < lidos && bloco[i] != '\n')
+      ++i;
     identificacao.comprimento += i;
     if (i < lidos) {
       // A CR right before the LF belongs to the line end.
@@ -38,7 +39,9 @@ Identificacao IdentificaTipo(const std::string& caminho) {
   return identificacao;
 }
 
-const char* NomeDoTipo(Tipo tipo) { return tipo == Tipo::kNotas ? "notas" : "fichas"; }
+const char* NomeDoTipo(Tipo tipo) {
+  return tipo == Tipo::kNotas ? "notas" : "fichas";
+}
 
 const char* DescricaoDoTipo(Tipo tipo) {
   return tipo == Tipo::kNotas ? "notas fiscais de produtor" : "ficha cadastral";

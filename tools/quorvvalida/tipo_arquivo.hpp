@@ -11,8 +11,8 @@ enum class Tipo { kNotas, kFichas };
 
 // What the first line of a file tells.
 struct Identificacao {
-  bool aberto = false;             // the file could be opened
-  std::uint64_t comprimento = 0;   // bytes of the first line, without its line end
+  bool aberto = false;            // the file could be opened
+  std::uint64_t comprimento = 0;  // bytes of the first line, without its line end
   bool identificado = false;
   Tipo tipo = Tipo::kNotas;
 };
