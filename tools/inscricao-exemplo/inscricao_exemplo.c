@@ -1,6 +1,7 @@
-/* A stand-in for the state-registration library, for the tests only. It accepts a number for
-   the UF "QZ" when all its characters are digits and the last digit is the sum of the others
-   modulo 10; it refuses everything else. */
+/* An example state-registration library, for the tests, the samples and the benchmark: the
+   treasury's own library is closed. It accepts a number for the UF "QZ" when all its characters
+   are digits and the last digit is the sum of the others modulo 10, and refuses everything else.
+   It is never installed. */
 #include <stdint.h>
 #include <string.h>
 

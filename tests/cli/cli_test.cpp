@@ -1,0 +1,295 @@
+// The installed quorvvalida program, run as a user runs it: exit codes, what it prints, the
+// files it leaves in the working directory, its JSON read back.
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "arquivos.hpp"
+
+namespace quorv::teste {
+namespace {
+
+struct Execucao {
+  int codigo = -1;
+  std::string saida;
+  std::string erros;
+};
+
+std::string Aspas(const std::string& argumento) {
+  std::string resultado = "'";
+  for (char c : argumento) {
+    if (c == '\'') {
+      resultado += "'\\''";
+    } else {
+      resultado += c;
+    }
+  }
+  return resultado + "'";
+}
+
+std::string Amostra(const std::string& nome) {
+  return std::string(QUORV_AMOSTRAS) + "/" + nome;
+}
+
+class Programa : public ::testing::Test {
+ protected:
+  // Runs the installed program with the arguments, stdout and stderr kept apart.
+  Execucao Executa(const std::vector<std::string>& argumentos, const std::string& ambiente = "") {
+    std::string comando = ambiente + " " + Aspas(QUORV_PROGRAMA);
+    for (const std::string& argumento : argumentos)
+      comando += " " + Aspas(argumento);
+    const std::string saida = diretorio.Arquivo("saida.txt");
+    const std::string erros = diretorio.Arquivo("erros.txt");
+    comando += " > " + Aspas(saida) + " 2> " + Aspas(erros) + " < /dev/null";
+    const int estado = std::system(comando.c_str());
+    Execucao execucao;
+    execucao.codigo = WIFEXITED(estado) ? WEXITSTATUS(estado) : -1;
+    execucao.saida = LeBytes(saida);
+    execucao.erros = LeBytes(erros);
+    return execucao;
+  }
+
+  // The working directory of the runs, apart from the program's own output files.
+  std::string Trabalho() {
+    const std::string caminho = diretorio.Arquivo("trabalho");
+    std::filesystem::create_directories(std::filesystem::u8path(caminho));
+    return caminho;
+  }
+
+  bool TemAdvertencias() {
+    return std::filesystem::exists(std::filesystem::u8path(Trabalho() + "/ADVERTENCIAS.TXT"));
+  }
+
+  DiretorioTemporario diretorio;
+  const std::string inscricao = "--inscricao-lib=" + std::string(QUORV_INSCRICAO_EXEMPLO);
+};
+
+TEST_F(Programa, NotasLimpasSaemComZeroSemArquivoDeAdvertencias) {
+  const Execucao execucao =
+      Executa({"notas", Amostra("notas-limpo.txt"), "-d", Trabalho(), inscricao});
+  EXPECT_EQ(execucao.codigo, 0) << execucao.erros;
+  EXPECT_FALSE(TemAdvertencias());
+  EXPECT_NE(execucao.saida.find("Status:             0"), std::string::npos) << execucao.saida;
+  EXPECT_NE(execucao.saida.find("Advertências:       nenhuma"), std::string::npos);
+  EXPECT_EQ(execucao.erros, "");
+}
+
+TEST_F(Programa, NotasComDefeitosSaemComUmEJsonComCadaAdvertencia) {
+  const Execucao execucao =
+      Executa({"notas", Amostra("notas-com-defeitos.txt"), "-d", Trabalho(), inscricao, "--json"});
+  EXPECT_EQ(execucao.codigo, 1) << execucao.erros;
+  ASSERT_TRUE(TemAdvertencias());
+  const auto documento = nlohmann::json::parse(execucao.saida);
+  EXPECT_EQ(documento["status"], 1);
+  EXPECT_EQ(documento["tipo"], "notas");
+  EXPECT_EQ(documento["numero_remessa"], "000001");
+  const auto& advertencias = documento["advertencias"];
+  ASSERT_FALSE(advertencias.empty());
+  // One entry per line of the warnings file, in its order.
+  const std::string arquivo = LeBytes(Trabalho() + "/ADVERTENCIAS.TXT");
+  std::size_t linhas = 0;
+  for (char c : arquivo)
+    linhas += c == '\n';
+  EXPECT_EQ(advertencias.size(), linhas);
+  EXPECT_EQ(documento["total_advertencias"], linhas);
+  const std::string primeira = arquivo.substr(0, arquivo.find('\r'));
+  EXPECT_EQ(std::to_string(advertencias[0]["codigo"].get<int>()),
+            primeira.substr(0, primeira.find('#')));
+  EXPECT_EQ(advertencias[0]["linha"].get<long long>(),
+            std::stoll(primeira.substr(primeira.rfind('#') + 1)));
+  for (const auto& advertencia : advertencias) {
+    EXPECT_TRUE(advertencia["mensagem"].is_string());
+    EXPECT_NE(advertencia["mensagem"], "");
+  }
+}
+
+TEST_F(Programa, TipoIdentificadoPelaPrimeiraLinha) {
+  const Execucao notas =
+      Executa({Amostra("notas-limpo.txt"), "-d", Trabalho(), inscricao, "--json"});
+  EXPECT_EQ(nlohmann::json::parse(notas.saida)["tipo"], "notas");
+  const Execucao fichas = Executa({Amostra("fichas-limpo.txt"), "-d", Trabalho(), "--json"});
+  const auto documento = nlohmann::json::parse(fichas.saida);
+  EXPECT_EQ(documento["tipo"], "fichas");
+  // A form run always ends at its trailer with 8; a clean one leaves no warnings file.
+  EXPECT_EQ(documento["status"], 8);
+  EXPECT_EQ(fichas.codigo, 0);
+  EXPECT_FALSE(TemAdvertencias());
+}
+
+TEST_F(Programa, FichasComDefeitosSaemComUm) {
+  const Execucao execucao =
+      Executa({"fichas", Amostra("fichas-com-defeitos.txt"), "-d", Trabalho()});
+  EXPECT_EQ(execucao.codigo, 1);
+  EXPECT_TRUE(TemAdvertencias());
+  EXPECT_NE(execucao.saida.find("Solicitação Rejeitada"), std::string::npos) << execucao.saida;
+}
+
+TEST_F(Programa, ArquivoDeTipoDesconhecido) {
+  const std::string arquivo = diretorio.Arquivo("estranho.txt");
+  GravaBytes(arquivo, "linha curta\r\n");
+  const Execucao execucao = Executa({arquivo, "-d", Trabalho()});
+  EXPECT_EQ(execucao.codigo, 2);
+  EXPECT_NE(execucao.erros.find("não foi possível identificar o tipo"), std::string::npos);
+  EXPECT_NE(execucao.erros.find("11 caracteres"), std::string::npos);
+  EXPECT_EQ(execucao.saida, "");
+}
+
+TEST_F(Programa, ArquivoInexistenteNaoEValidado) {
+  const Execucao execucao =
+      Executa({"notas", diretorio.Arquivo("nao-existe.txt"), "-d", Trabalho(), "--json"});
+  EXPECT_EQ(execucao.codigo, 2);
+  const auto documento = nlohmann::json::parse(execucao.saida);
+  EXPECT_EQ(documento["status"], 9);
+  EXPECT_NE(documento["motivo"].get<std::string>().find("arquivo não encontrado"),
+            std::string::npos);
+  EXPECT_FALSE(TemAdvertencias());
+}
+
+TEST_F(Programa, DiretorioInexistenteNaoEValidado) {
+  const Execucao execucao =
+      Executa({"notas", Amostra("notas-limpo.txt"), "-d", diretorio.Arquivo("nao/existe")});
+  EXPECT_EQ(execucao.codigo, 2);
+  EXPECT_NE(execucao.saida.find("diretório de trabalho não encontrado"), std::string::npos);
+}
+
+TEST_F(Programa, ErroDeUsoMostraOUso) {
+  for (const std::vector<std::string>& argumentos :
+       std::vector<std::vector<std::string>>{{"--opcao-que-nao-existe"},
+                                             {},
+                                             {"web", Amostra("notas-limpo.txt")},
+                                             {"mensagem", "outros", "1"},
+                                             {"notas", "a.txt", "--chave-remessa", "abc"},
+                                             {"notas", "a.txt", "--separador", ""}}) {
+    const Execucao execucao = Executa(argumentos);
+    EXPECT_EQ(execucao.codigo, 2) << execucao.erros;
+    EXPECT_NE(execucao.erros.find("Uso: quorvvalida"), std::string::npos) << execucao.erros;
+    EXPECT_EQ(execucao.saida, "");
+  }
+}
+
+TEST_F(Programa, AjudaEVersao) {
+  const Execucao ajuda = Executa({"--help"});
+  EXPECT_EQ(ajuda.codigo, 0);
+  EXPECT_NE(ajuda.saida.find("Comandos:"), std::string::npos);
+  const Execucao ajudaWeb = Executa({"web", "--help"});
+  EXPECT_EQ(ajudaWeb.codigo, 0);
+  EXPECT_NE(ajudaWeb.saida.find("--programa-chamador"), std::string::npos);
+  const Execucao versao = Executa({"--version"});
+  EXPECT_EQ(versao.codigo, 0);
+  EXPECT_EQ(versao.saida, "quorvvalida 1.1.0.1\n");
+}
+
+TEST_F(Programa, QuietoNaoImprimeNada) {
+  const Execucao execucao =
+      Executa({"-q", Amostra("notas-com-defeitos.txt"), "-d", Trabalho(), inscricao});
+  EXPECT_EQ(execucao.codigo, 1);
+  EXPECT_EQ(execucao.saida, "");
+  EXPECT_EQ(execucao.erros, "");
+}
+
+TEST_F(Programa, OpcoesChegamAoValidador) {
+  const Execucao execucao = Executa({"notas", Amostra("notas-com-defeitos.txt"), "-d", Trabalho(),
+                                     inscricao, "--chave-remessa", "123", "--chave-processamento",
+                                     "7", "--separador", ";", "--json"});
+  EXPECT_EQ(execucao.codigo, 1);
+  const std::string arquivo = LeBytes(Trabalho() + "/ADVERTENCIAS.TXT");
+  const std::string primeira = arquivo.substr(0, arquivo.find('\r'));
+  const std::string codigo = primeira.substr(0, primeira.find(';'));
+  EXPECT_EQ(primeira.substr(codigo.size(), 7), ";123;7;");
+  const auto documento = nlohmann::json::parse(execucao.saida);
+  EXPECT_EQ(std::to_string(documento["advertencias"][0]["codigo"].get<int>()), codigo);
+}
+
+TEST_F(Programa, OrigemA0SoConta) {
+  const Execucao execucao = Executa(
+      {"notas", Amostra("notas-com-defeitos.txt"), "-d", Trabalho(), "--origem", "A0", "--json"});
+  EXPECT_EQ(execucao.codigo, 0) << execucao.saida;
+  EXPECT_EQ(nlohmann::json::parse(execucao.saida)["status"], 0);
+}
+
+TEST_F(Programa, SemBibliotecaDeInscricaoUmAviso) {
+  const Execucao execucao =
+      Executa({"notas", Amostra("notas-limpo.txt"), "-d", Trabalho()}, "LD_LIBRARY_PATH=");
+  EXPECT_EQ(execucao.codigo, 1);
+  EXPECT_NE(execucao.erros.find("toda inscrição estadual de QZ será recusada"), std::string::npos);
+  EXPECT_NE(execucao.erros.find("--inscricao-lib"), std::string::npos);
+  EXPECT_EQ(execucao.erros.find("aviso", execucao.erros.find("aviso") + 1), std::string::npos);
+}
+
+TEST_F(Programa, BibliotecaDeInscricaoInexistente) {
+  const Execucao execucao = Executa({"notas", Amostra("notas-limpo.txt"), "-d", Trabalho(),
+                                     "--inscricao-lib", diretorio.Arquivo("nao-existe.so")});
+  EXPECT_EQ(execucao.codigo, 2);
+  EXPECT_NE(execucao.erros.find("não foi possível carregar"), std::string::npos);
+}
+
+TEST_F(Programa, WebEscreveORetornoNoDiretorio) {
+  const Execucao comDefeitos =
+      Executa({"web", Amostra("notas-com-defeitos.txt"), "-r", "RETORNO.TXT", "-d", Trabalho(),
+               "--programa-chamador", "SISTEMA", inscricao});
+  EXPECT_EQ(comDefeitos.codigo, 1) << comDefeitos.erros;
+  const std::string retorno = LeBytes(Trabalho() + "/RETORNO.TXT");
+  EXPECT_EQ(retorno.rfind("SECRETARIA DA FAZENDA - ESTADO DO VALDORIA\r\n", 0), 0u);
+  EXPECT_FALSE(TemAdvertencias());
+
+  const Execucao limpo =
+      Executa({"web", Amostra("fichas-limpo.txt"), "-r", "OUTRO.TXT", "-d", Trabalho(), "--json"});
+  EXPECT_EQ(limpo.codigo, 0);
+  const auto documento = nlohmann::json::parse(limpo.saida);
+  EXPECT_EQ(documento["resultado"], true);
+  EXPECT_EQ(documento["arquivo_retorno"], nullptr);
+  EXPECT_FALSE(std::filesystem::exists(std::filesystem::u8path(Trabalho() + "/OUTRO.TXT")));
+}
+
+TEST_F(Programa, WebComTipoComoDigitado) {
+  const Execucao minusculo = Executa(
+      {"web", Amostra("notas-com-defeitos.txt"), "-r", "R.TXT", "-d", Trabalho(), "--tipo", "p"});
+  // The facade knows "P" and "F" only: "p" validates nothing and answers false.
+  EXPECT_EQ(minusculo.codigo, 1);
+  EXPECT_FALSE(std::filesystem::exists(std::filesystem::u8path(Trabalho() + "/R.TXT")));
+  const Execucao fichas = Executa({"web", Amostra("fichas-com-defeitos.txt"), "-r", "R.TXT", "-d",
+                                   Trabalho(), "--tipo", "F", "--programa-chamador", "X"});
+  EXPECT_EQ(fichas.codigo, 1);
+  EXPECT_TRUE(std::filesystem::exists(std::filesystem::u8path(Trabalho() + "/R.TXT")));
+}
+
+TEST_F(Programa, MensagemDoCatalogo) {
+  const Execucao notas = Executa({"mensagem", "notas", "77"});
+  EXPECT_EQ(notas.codigo, 0);
+  EXPECT_EQ(notas.saida, "Linha com tamanho Incorreto\n");
+  const Execucao fichas = Executa({"mensagem", "fichas", "92"});
+  EXPECT_EQ(fichas.saida, "Código do CNAE Fiscal inválido \n");
+  const Execucao invalido = Executa({"mensagem", "notas", "sete"});
+  EXPECT_EQ(invalido.codigo, 2);
+}
+
+TEST_F(Programa, AdvertenciasListadasPeloLeitor) {
+  Executa({"fichas", Amostra("fichas-com-defeitos.txt"), "-d", Trabalho()});
+  const Execucao lista =
+      Executa({"advertencias", "fichas", Trabalho() + "/ADVERTENCIAS.TXT", "--json"});
+  EXPECT_EQ(lista.codigo, 0) << lista.erros;
+  const auto documento = nlohmann::json::parse(lista.saida);
+  ASSERT_GT(documento["total"].get<int>(), 0);
+  EXPECT_EQ(documento["advertencias"].size(), documento["total"].get<std::size_t>());
+  EXPECT_EQ(documento["advertencias"][0]["descricao"], "Número da solicitação inválida");
+  const Execucao ausente = Executa({"advertencias", "notas", diretorio.Arquivo("nada.txt")});
+  EXPECT_EQ(ausente.codigo, 2);
+}
+
+TEST_F(Programa, CaminhoComBrancosEAcentos) {
+  const std::string pasta = diretorio.Arquivo("remessas de março");
+  std::filesystem::create_directories(std::filesystem::u8path(pasta));
+  const std::string arquivo = pasta + "/notas com defeitos.txt";
+  GravaBytes(arquivo, LeBytes(Amostra("notas-com-defeitos.txt")));
+  const Execucao execucao = Executa({arquivo, "-d", pasta, inscricao, "-q"});
+  EXPECT_EQ(execucao.codigo, 1);
+  EXPECT_TRUE(std::filesystem::exists(std::filesystem::u8path(pasta + "/ADVERTENCIAS.TXT")));
+}
+
+}  // namespace
+}  // namespace quorv::teste
