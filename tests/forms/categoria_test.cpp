@@ -119,5 +119,20 @@ TEST_F(TesteFichas, CategoriaComparaComOHojeDoRelogio) {
   ConfereRegistro("111", {"Amanha", {{kEntrada, 8, "20240701"}, {kSaida, 8, "20240701"}}, {}});
 }
 
+// The activity period is taken from an establishment line before its rules, so a second
+// establishment of the request, though refused, sets the period its categories are held to; the
+// rejection notice goes against it too, the last establishment line read.
+TEST_F(TesteFichas, CategoriaSegueOPeriodoDoSegundoEstabelecimento) {
+  arquivo.Cabecalho();
+  arquivo.TR100();
+  arquivo.TR110();
+  arquivo.TR110().Campo(42, 8, "20220101");
+  arquivo.TR111().Campo(kEntrada, 8, "20210101");
+  arquivo.DaSolicitacao("199");
+  arquivo.Trailer();
+  EXPECT_EQ(Valida(), 8);
+  EXPECT_EQ(Gravadas(), Esperado({{14, 4}, {90, 5}, {125, 4}}));
+}
+
 }  // namespace
 }  // namespace quorv::teste

@@ -1,9 +1,14 @@
 // The state the structure rules leave behind: counts per request, per file and of current
 // records, the values taken from the establishment and from persons, and the flags' clearing.
+#include <cstdio>
+#include <ostream>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
+#include "advertencias.hpp"
 #include "arquivo_fichas.hpp"
 #include "arquivos.hpp"
 #include "forms/execucao_fichas.hpp"
@@ -288,6 +293,70 @@ TEST_F(EstadoDaSolicitacao, CadaExecucaoComecaDoZero) {
   EXPECT_EQ(Estado().porArquivo.tr110, 1);
   EXPECT_EQ(Estado().porArquivo.tr140, 1);
 }
+
+// Rules that no file reaches, since a header is taken only on the first line and the trailer
+// ends the run: the state is set between two lines as if a header or a trailer had been taken
+// before, and the rules answer as written.
+struct CasoInalcancavel {
+  const char* nome;
+  std::vector<const char*> tipos;
+  // The 1-based line before which the state is set, and what is set.
+  int antesDaLinha;
+  bool cabecalhoVisto;
+  bool trailerVisto;
+  // Code and 1-based line of each warning.
+  std::vector<std::pair<int, int>> advertencias;
+};
+
+// Failure messages name the case.
+void PrintTo(const CasoInalcancavel& caso, std::ostream* saida) {
+  *saida << caso.nome;
+}
+
+class RegraInalcancavel : public EstadoDaSolicitacao,
+                          public ::testing::WithParamInterface<CasoInalcancavel> {};
+
+TEST_P(RegraInalcancavel, AdvertenciasDaRegra) {
+  const CasoInalcancavel& caso = GetParam();
+  for (const char* tipo : caso.tipos)
+    arquivo.Padrao(tipo);
+  int eventos = 0;
+  dono.FichaProgress = [&](double&) {
+    if (++eventos != caso.antesDaLinha) return;
+    fichas::EstadoSolicitacao& estado = execucao.Estado();
+    estado.headerVisto = estado.headerVisto || caso.cabecalhoVisto;
+    estado.trailerVisto = estado.trailerVisto || caso.trailerVisto;
+  };
+  Advertencias esperado;
+  for (const auto& [codigo, linha] : caso.advertencias) {
+    char numero[16];
+    std::snprintf(numero, sizeof numero, "%08d", linha);
+    esperado.Linha(codigo, arquivo.Linha(static_cast<std::size_t>(linha - 1)).Texto(), numero);
+  }
+  EXPECT_EQ(Executa(), 8);
+  EXPECT_EQ(LeBytes(diretorio.Advertencias()), esperado.Texto());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    EstadoDaSolicitacao, RegraInalcancavel,
+    ::testing::Values(
+        // A header after a header, or after the trailer, refuses itself and stops the run.
+        CasoInalcancavel{"SegundoCabecalho", {"001", "100"}, 1, true, false, {{6, 1}}},
+        CasoInalcancavel{"CabecalhoDepoisDoTrailer", {"001", "100"}, 1, false, true, {{9, 1}}},
+        // The common check's last test; then the trailer finds one already taken.
+        CasoInalcancavel{"RegistrosDepoisDoTrailer",
+                         {"001", "100", "110", "111", "199", "999"},
+                         4,
+                         false,
+                         true,
+                         {{9, 4}, {9, 5}, {125, 3}, {8, 6}}},
+        CasoInalcancavel{"AberturaDepoisDoTrailer",
+                         {"001", "100", "110", "199", "100", "999"},
+                         5,
+                         false,
+                         true,
+                         {{9, 5}, {8, 6}}}),
+    [](const ::testing::TestParamInfo<CasoInalcancavel>& info) { return info.param.nome; });
 
 }  // namespace
 }  // namespace quorv::teste

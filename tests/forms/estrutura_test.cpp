@@ -165,5 +165,41 @@ INSTANTIATE_TEST_SUITE_P(
             "DoisTR199", {"001", "100", "110", "199", "199", "999"}, {{10, 5}, {11, 5}, {125, 3}}}),
     [](const ::testing::TestParamInfo<CasoEstrutura>& info) { return info.param.nome; });
 
+// One file with structure and field problems: the web system's tag, trimmed and upper-cased,
+// drops the field warnings and keeps the structure's.
+TEST_F(TesteFichas, OSistemaWebSoPerdeAsAdvertenciasDeCampo) {
+  arquivo.Cabecalho();
+  arquivo.TR100();
+  arquivo.TR110();
+  arquivo.TR111().Campo(22, 2, "00");
+  arquivo.NomePessoa("121");
+  arquivo.TR140().Campo(22, 3, "000");
+  arquivo.Pessoa("120");
+  arquivo.NomePessoa("121").Campo(64, 46, "");
+  arquivo.DaSolicitacao("199");
+  arquivo.Trailer();
+  EXPECT_EQ(Valida(), 8);
+  EXPECT_EQ(Gravadas(), Esperado({{89, 4}, {19, 5}, {56, 6}, {108, 8}, {125, 3}}));
+  EXPECT_EQ(Valida("", " tarnweb "), 8);
+  EXPECT_EQ(Gravadas(), Esperado({{19, 5}, {125, 3}}));
+}
+
+// A request opening refused inside an open request still starts the request's counts again and
+// gives its number to the records that follow: a new establishment is taken without warning 14,
+// and a category with the first number is told 12.
+TEST_F(TesteFichas, AberturaRecusadaRecomecaASolicitacao) {
+  arquivo.Cabecalho();
+  arquivo.TR100("0000000001");
+  arquivo.TR110();
+  arquivo.TR100("0000000002");
+  arquivo.TR110();
+  arquivo.TR111().Campo(12, 10, "0000000001");
+  arquivo.DaSolicitacao("199");
+  arquivo.Trailer();
+  EXPECT_EQ(Valida(), 8);
+  EXPECT_EQ(Gravadas(), Esperado({{13, 4}, {12, 6}, {125, 5}}));
+  EXPECT_EQ(validacao.sNro_Solicitacao, "0000000002");
+}
+
 }  // namespace
 }  // namespace quorv::teste

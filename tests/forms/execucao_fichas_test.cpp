@@ -1,6 +1,7 @@
 // The form run: line frame, dispatch, status, progress and the public fields it fills.
 #include <cmath>
 #include <limits>
+#include <ostream>
 #include <stdexcept>
 #include <vector>
 
@@ -142,6 +143,80 @@ TEST_F(ExecucaoFichas, TipoNaoNumericoAntesDoTesteDeTamanho) {
   arquivo.Bruta(curta.Texto());
   EXPECT_EQ(Valida(), 9);
   EXPECT_FALSE(diretorio.TemAdvertencias());
+}
+
+// The frame tests of a line run in a fixed order and the first that fails stops the run: the
+// length, then the "#", then the line number, then the record type.
+struct CasoQuadro {
+  const char* nome;
+  std::size_t largura;
+  int sequencia;
+  const char* tipo;
+  bool cerquilha;
+  int codigo;
+};
+
+// Failure messages name the case.
+void PrintTo(const CasoQuadro& caso, std::ostream* saida) {
+  *saida << caso.nome;
+}
+
+class OrdemDoQuadro : public TesteFichas, public ::testing::WithParamInterface<CasoQuadro> {};
+
+TEST_P(OrdemDoQuadro, PrimeiroTesteQueFalhaPara) {
+  const CasoQuadro& caso = GetParam();
+  arquivo.Cabecalho();
+  arquivo.TR100();
+  Registro linha(caso.largura);
+  linha.Numero(1, 8, caso.sequencia).Campo(9, 3, caso.tipo);
+  if (caso.cerquilha) linha.Campo(100, 1, "#");
+  arquivo.Bruta(linha.Texto());
+  arquivo.Trailer();
+  // The line as the warning copies it: cut or padded to 260 columns, its "#" made a blank.
+  Registro copiada(linha);
+  if (caso.cerquilha) copiada.Campo(100, 1, " ");
+  EXPECT_EQ(Valida(), 8);
+  EXPECT_EQ(
+      Gravadas(),
+      Advertencias().Linha(caso.codigo, copiada.ComLargura(kLarguraFichas), "00000003").Texto());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    ExecucaoFichas, OrdemDoQuadro,
+    ::testing::Values(CasoQuadro{"CurtaAntesDeTudo", 259, 9, "008", true, 2},
+                      CasoQuadro{"LongaAntesDeTudo", 261, 9, "008", true, 2},
+                      CasoQuadro{"CerquilhaAntesDaSequencia", 260, 9, "008", true, 129},
+                      CasoQuadro{"SequenciaAntesDoTipo", 260, 9, "008", false, 3},
+                      CasoQuadro{"TipoPorUltimo", 260, 3, "008", false, 5}),
+    [](const ::testing::TestParamInfo<CasoQuadro>& info) { return info.param.nome; });
+
+TEST_F(ExecucaoFichas, TipoNaoNumericoAntesDeTodoOQuadro) {
+  arquivo.Cabecalho();
+  arquivo.TR100();
+  // Wrong length, a "#" and a wrong line number as well: the type is read first and fails.
+  Registro linha(259);
+  linha.Numero(1, 8, 9).Campo(9, 3, "A01").Campo(100, 1, "#");
+  arquivo.Bruta(linha.Texto());
+  arquivo.Trailer();
+  EXPECT_EQ(Valida(), 9);
+  EXPECT_TRUE(validacao.bTem_Erro_Grave);
+  EXPECT_FALSE(diretorio.TemAdvertencias());
+}
+
+TEST_F(ExecucaoFichas, ParadaNoQuadroGuardaAsAdvertenciasAnteriores) {
+  arquivo.Cabecalho();
+  arquivo.TR100();
+  arquivo.TR110();
+  arquivo.NomePessoa("121");
+  Registro curta(259);
+  curta.Numero(1, 8, 5).Campo(9, 3, "199");
+  arquivo.Bruta(curta.Texto());
+  arquivo.Trailer();
+  EXPECT_EQ(Valida(), 8);
+  // The request is never closed: no rejection notice follows.
+  EXPECT_EQ(Gravadas(),
+            Esperado({{19, 4}}) +
+                Advertencias().Linha(2, curta.ComLargura(kLarguraFichas), "00000005").Texto());
 }
 
 TEST_F(ExecucaoFichas, SequenciaPuladaPara) {

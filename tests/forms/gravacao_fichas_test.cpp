@@ -25,6 +25,20 @@ TEST_F(GravacaoFichas, ArgumentosOmitidosDaoChavesZeroESeparadorCerquilha) {
   EXPECT_EQ(Gravadas(), "5#0#0#" + tipo.Texto() + "#00000002\r\n");
 }
 
+TEST_F(GravacaoFichas, ArgumentosOmitidosDaoOrigemEServidorVazios) {
+  arquivo.Cabecalho();
+  arquivo.TR100();
+  arquivo.TR110();
+  arquivo.Pessoa("120");
+  // A city hall code with a letter and a blank name: without an origin the code is not
+  // examined, and without a server name the name is.
+  arquivo.NomePessoa("121").Campo(22, 8, "0000001A").Campo(64, 46, "");
+  arquivo.DaSolicitacao("199");
+  arquivo.Trailer();
+  EXPECT_EQ(validacao.Valida_Fichas(arquivo.Grava(diretorio), numeroRemessa, diretorio.Texto()), 8);
+  EXPECT_EQ(Gravadas(), Esperado({{108, 5}, {125, 3}}));
+}
+
 TEST_F(GravacaoFichas, ChavesDoChamador) {
   arquivo.Cabecalho();
   const Registro& tipo = arquivo.Novo("008");

@@ -44,6 +44,11 @@ INSTANTIATE_TEST_SUITE_P(
             CasoRegistro{"PrefeituraComLetraSemOrigem", {{kCodigoPrefeitura, 8, "0000001A"}}, {}},
             CasoRegistro{
                 "PrefeituraComLetraOutraOrigem", {{kCodigoPrefeitura, 8, "0000001A"}}, {}, "WEB"},
+            // The origin is upper-cased but not trimmed.
+            CasoRegistro{"PrefeituraComLetraOrigemComBrancos",
+                         {{kCodigoPrefeitura, 8, "0000001A"}},
+                         {},
+                         " REM"},
             CasoRegistro{"PrefeituraEmBrancoREM", {{kCodigoPrefeitura, 8, ""}}, {94}, "REM"},
             CasoRegistro{
                 "PrefeituraNegativaRET", {{kCodigoPrefeitura, 8, "-0000001"}}, {94}, "RET"},
@@ -54,6 +59,8 @@ INSTANTIATE_TEST_SUITE_P(
             CasoRegistro{"EstadualDiferente", {{kCodigoEstadual, 8, "00001235"}}, {95}},
             CasoRegistro{"EstadualSemZeros", {{kCodigoEstadual, 8, "1234"}}, {}},
             CasoRegistro{"EstadualComBrancos", {{kCodigoEstadual, 8, "  1234  "}}, {}},
+            // Read by its leading number: what follows the digits does not count.
+            CasoRegistro{"EstadualComLetraDepois", {{kCodigoEstadual, 8, "1234X"}}, {}},
             // Person type, as written.
             CasoRegistro{"TipoMinusculo", {{kTipo, 1, "f"}}, {96}},
             CasoRegistro{"TipoEmBranco", {{kTipo, 1, ""}}, {96}},
@@ -67,6 +74,8 @@ INSTANTIATE_TEST_SUITE_P(
                          {},
                          "",
                          {{kCPF, 11, "00012345678"}}},
+            CasoRegistro{
+                "CPFComLetraDepois", {{kCPF, 11, "123456789X"}}, {}, "", {{kCPF, 11, "123456789"}}},
             CasoRegistro{"CNPJDiferente", {{kCNPJ, 14, "11222333000181"}}, {98}},
             CasoRegistro{"CNPJEmBrancoNosDois", {{kCNPJ, 14, ""}}, {}, "", {{kCNPJ, 14, ""}}},
             CasoRegistro{"CNPJComZerosEBrancos",
@@ -152,6 +161,25 @@ TEST_F(TesteFichas, TitularSemNomeAnteriorTomaOLugarDoAnterior) {
   // The second holder is taken (its name record matches it) and the request is not rejected:
   // the warning for the first holder does not refuse the second.
   EXPECT_EQ(Gravadas(), Esperado({{18, 5}}));
+}
+
+TEST_F(TesteFichas, NomeDeTitularSemEstabelecimentoComparaComAPessoaAnterior) {
+  arquivo.Cabecalho();
+  arquivo.TR100();
+  arquivo.TR110();
+  arquivo.Pessoa("120").Campo(kCodigoEstadual, 8, "00001111");
+  arquivo.NomePessoa("121").Campo(kCodigoEstadual, 8, "00001111");
+  arquivo.DaSolicitacao("199");
+  arquivo.TR100("0000000002");
+  // Refused for want of an establishment, this holder is not stored; its name record still
+  // follows a holder and is compared with the person stored before.
+  arquivo.Pessoa("120").Campo(kCodigoEstadual, 8, "00002222");
+  arquivo.NomePessoa("121").Campo(kCodigoEstadual, 8, "00002222");
+  arquivo.DaSolicitacao("199");
+  arquivo.Trailer();
+  EXPECT_EQ(Valida(), 8);
+  // The second request has no establishment line of its own: the notice carries the first's.
+  EXPECT_EQ(Gravadas(), Esperado({{999, 8}, {95, 9}, {125, 3}}));
 }
 
 }  // namespace
