@@ -316,6 +316,27 @@ TEST_F(Programa, WebEscreveORetornoNoDiretorio) {
   EXPECT_FALSE(std::filesystem::exists(std::filesystem::u8path(Trabalho() + "/OUTRO.TXT")));
 }
 
+// What the facade cannot be given is told before it runs: a missing file or directory, or a
+// file whose kind its first line does not tell.
+TEST_F(Programa, WebSemArquivoDiretorioOuTipoSaiComDois) {
+  const std::string estranho = diretorio.Arquivo("estranho.txt");
+  GravaBytes(estranho, "linha curta\r\n");
+  const Execucao semArquivo =
+      Executa({"web", diretorio.Arquivo("nao-existe.txt"), "-r", "R.TXT", "-d", Trabalho()});
+  EXPECT_EQ(semArquivo.codigo, 2);
+  EXPECT_NE(semArquivo.erros.find("arquivo não encontrado"), std::string::npos);
+  const Execucao semDiretorio = Executa(
+      {"web", Amostra("notas-com-defeitos.txt"), "-r", "R.TXT", "-d", diretorio.Arquivo("nao/ha")});
+  EXPECT_EQ(semDiretorio.codigo, 2);
+  EXPECT_NE(semDiretorio.erros.find("diretório de trabalho não encontrado"), std::string::npos);
+  const Execucao semTipo = Executa({"web", estranho, "-r", "R.TXT", "-d", Trabalho()});
+  EXPECT_EQ(semTipo.codigo, 2);
+  EXPECT_NE(semTipo.erros.find("informe --tipo P ou --tipo F"), std::string::npos);
+  for (const Execucao& execucao : {semArquivo, semDiretorio, semTipo})
+    EXPECT_EQ(execucao.saida, "");
+  EXPECT_FALSE(std::filesystem::exists(std::filesystem::u8path(Trabalho() + "/R.TXT")));
+}
+
 // The directory may come before the command, as for the other commands.
 TEST_F(Programa, WebComDiretorioAntesDoComando) {
   const std::string atual = diretorio.Arquivo("atual");

@@ -75,7 +75,9 @@ void AjudaDoComando(const std::string& comando) {
         "                               vem da primeira linha do arquivo\n"
         "  --tipo-arquivo TEXTO         \"RET\" para fichas de retorno\n"
         "  --programa-chamador TEXTO    programa que chama a validação\n\n"
-        "Saída: 0 quando a fachada responde verdadeiro (sem advertências), 1 quando falso.\n");
+        "Saída: 0 quando a fachada responde verdadeiro (sem advertências), 1 quando falso,\n"
+        "2 quando o arquivo ou o diretório não existe, o tipo não é identificado ou o uso\n"
+        "é incorreto.\n");
   } else if (comando == "mensagem") {
     fmt::print(
         "Uso: quorvvalida mensagem notas|fichas CODIGO\n\n"
