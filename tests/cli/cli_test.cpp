@@ -1,7 +1,10 @@
 // The installed quorvvalida program, run as a user runs it: exit codes, what it prints, the
 // files it leaves in the working directory, its JSON read back.
+#include <fcntl.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
+#include <cerrno>
 #include <cstdlib>
 #include <string>
 #include <vector>
@@ -51,6 +54,52 @@ class Programa : public ::testing::Test {
     execucao.codigo = WIFEXITED(estado) ? WEXITSTATUS(estado) : -1;
     execucao.saida = LeBytes(saida);
     execucao.erros = LeBytes(erros);
+    return execucao;
+  }
+
+  // Runs the program with stderr on a terminal of its own (stdout still goes to a file), as a
+  // person at a terminal runs it; what the terminal showed comes back as the errors.
+  Execucao ExecutaNumTerminal(const std::vector<std::string>& argumentos) {
+    const int mestre = posix_openpt(O_RDWR | O_NOCTTY);
+    if (mestre < 0 || grantpt(mestre) != 0 || unlockpt(mestre) != 0) return {};
+    const int terminal = open(ptsname(mestre), O_RDWR | O_NOCTTY);
+    const std::string saida = diretorio.Arquivo("saida.txt");
+    std::vector<std::string> palavras{QUORV_PROGRAMA};
+    palavras.insert(palavras.end(), argumentos.begin(), argumentos.end());
+    std::vector<char*> argv;
+    for (std::string& palavra : palavras)
+      argv.push_back(palavra.data());
+    argv.push_back(nullptr);
+    const pid_t filho = fork();
+    if (filho == 0) {
+      const int arquivo = open(saida.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+      const int nulo = open("/dev/null", O_RDONLY);
+      dup2(nulo, 0);
+      dup2(arquivo, 1);
+      dup2(terminal, 2);
+      close(mestre);
+      close(terminal);
+      execv(argv[0], argv.data());
+      _exit(127);
+    }
+    close(terminal);
+    Execucao execucao;
+    char bloco[4096];
+    for (;;) {
+      const ssize_t lidos = read(mestre, bloco, sizeof bloco);
+      if (lidos > 0) {
+        execucao.erros.append(bloco, static_cast<std::size_t>(lidos));
+      } else if (lidos < 0 && errno == EINTR) {
+        continue;
+      } else {
+        break;  // the program closed the terminal
+      }
+    }
+    int estado = 0;
+    waitpid(filho, &estado, 0);
+    close(mestre);
+    execucao.codigo = WIFEXITED(estado) ? WEXITSTATUS(estado) : -1;
+    execucao.saida = LeBytes(saida);
     return execucao;
   }
 
@@ -172,6 +221,27 @@ TEST_F(Programa, ErroDeUsoMostraOUso) {
   }
 }
 
+// An argument left over, or an option of another command, is a usage error, and nothing is
+// validated.
+TEST_F(Programa, ArgumentoSobrandoOuOpcaoDeOutroComando) {
+  for (const std::vector<std::string>& argumentos : std::vector<std::vector<std::string>>{
+           {"notas", Amostra("notas-limpo.txt"), "sobra.txt", "-d", Trabalho()},
+           {"fichas", Amostra("fichas-limpo.txt"), "-d", Trabalho(), "--json", "sobra"},
+           {Amostra("notas-limpo.txt"), "notas", Amostra("notas-limpo.txt"), "-d", Trabalho()},
+           {"web", Amostra("notas-com-defeitos.txt"), "-r", "R.TXT", "-d", Trabalho(), "--origem",
+            "SISTEMA"},
+           {"mensagem", "notas", "77", "78"},
+           {"mensagem", "notas", "77", "-d", Trabalho()},
+           {"advertencias", "fichas", Amostra("fichas-com-defeitos.txt"), "--separador", ";"}}) {
+    const Execucao execucao = Executa(argumentos);
+    EXPECT_EQ(execucao.codigo, 2) << argumentos[0] << " " << argumentos[1];
+    EXPECT_NE(execucao.erros.find("Uso: quorvvalida"), std::string::npos) << execucao.erros;
+    EXPECT_EQ(execucao.saida, "") << argumentos[0] << " " << argumentos[1];
+    EXPECT_FALSE(TemAdvertencias());
+    EXPECT_FALSE(std::filesystem::exists(std::filesystem::u8path(Trabalho() + "/R.TXT")));
+  }
+}
+
 TEST_F(Programa, AjudaEVersao) {
   const Execucao ajuda = Executa({"--help"});
   EXPECT_EQ(ajuda.codigo, 0);
@@ -244,6 +314,77 @@ TEST_F(Programa, WebEscreveORetornoNoDiretorio) {
   EXPECT_EQ(documento["resultado"], true);
   EXPECT_EQ(documento["arquivo_retorno"], nullptr);
   EXPECT_FALSE(std::filesystem::exists(std::filesystem::u8path(Trabalho() + "/OUTRO.TXT")));
+}
+
+// What the facade cannot be given is told before it runs: a missing file or directory, or a
+// file whose kind its first line does not tell.
+TEST_F(Programa, WebSemArquivoDiretorioOuTipoSaiComDois) {
+  const std::string estranho = diretorio.Arquivo("estranho.txt");
+  GravaBytes(estranho, "linha curta\r\n");
+  const Execucao semArquivo =
+      Executa({"web", diretorio.Arquivo("nao-existe.txt"), "-r", "R.TXT", "-d", Trabalho()});
+  EXPECT_EQ(semArquivo.codigo, 2);
+  EXPECT_NE(semArquivo.erros.find("arquivo não encontrado"), std::string::npos);
+  const Execucao semDiretorio = Executa(
+      {"web", Amostra("notas-com-defeitos.txt"), "-r", "R.TXT", "-d", diretorio.Arquivo("nao/ha")});
+  EXPECT_EQ(semDiretorio.codigo, 2);
+  EXPECT_NE(semDiretorio.erros.find("diretório de trabalho não encontrado"), std::string::npos);
+  const Execucao semTipo = Executa({"web", estranho, "-r", "R.TXT", "-d", Trabalho()});
+  EXPECT_EQ(semTipo.codigo, 2);
+  EXPECT_NE(semTipo.erros.find("informe --tipo P ou --tipo F"), std::string::npos);
+  for (const Execucao& execucao : {semArquivo, semDiretorio, semTipo})
+    EXPECT_EQ(execucao.saida, "");
+  EXPECT_FALSE(std::filesystem::exists(std::filesystem::u8path(Trabalho() + "/R.TXT")));
+}
+
+// The directory may come before the command, as for the other commands.
+TEST_F(Programa, WebComDiretorioAntesDoComando) {
+  const std::string atual = diretorio.Arquivo("atual");
+  std::filesystem::create_directories(std::filesystem::u8path(atual));
+  const Execucao execucao = Executa({"-d", Trabalho(), "web", Amostra("notas-com-defeitos.txt"),
+                                     "-r", "R.TXT", "--programa-chamador", "SISTEMA", inscricao},
+                                    "cd " + Aspas(atual) + " &&");
+  EXPECT_EQ(execucao.codigo, 1) << execucao.erros;
+  EXPECT_TRUE(std::filesystem::exists(std::filesystem::u8path(Trabalho() + "/R.TXT")));
+  EXPECT_TRUE(std::filesystem::is_empty(std::filesystem::u8path(atual)));
+}
+
+// The facade glues the directory and the name; the tool puts a "/" between them and reports
+// the file that was written, whatever the name looks like.
+TEST_F(Programa, WebRelataOArquivoDeRetornoEscrito) {
+  const Execucao execucao =
+      Executa({"web", Amostra("notas-com-defeitos.txt"), "-r", "/R.TXT", "-d", Trabalho(),
+               "--programa-chamador", "SISTEMA", inscricao, "--json"});
+  EXPECT_EQ(execucao.codigo, 1) << execucao.erros;
+  const auto documento = nlohmann::json::parse(execucao.saida);
+  EXPECT_EQ(documento["resultado"], false);
+  ASSERT_TRUE(documento["arquivo_retorno"].is_string()) << execucao.saida;
+  const std::string retorno = documento["arquivo_retorno"];
+  EXPECT_EQ(std::filesystem::u8path(retorno), std::filesystem::u8path(Trabalho() + "/R.TXT"));
+  EXPECT_EQ(LeBytes(retorno).rfind("SECRETARIA DA FAZENDA - ESTADO DO VALDORIA\r\n", 0), 0u);
+}
+
+// On a terminal the bar is drawn while the file is read and wiped at the end; the summary on
+// stdout is the same as ever.
+TEST_F(Programa, BarraDeProgressoSoNumTerminal) {
+  const Execucao terminal =
+      ExecutaNumTerminal({"notas", Amostra("notas-limpo.txt"), "-d", Trabalho(), inscricao});
+  EXPECT_EQ(terminal.codigo, 0) << terminal.erros;
+  EXPECT_NE(terminal.erros.find("linhas/s"), std::string::npos) << terminal.erros;
+  EXPECT_NE(terminal.erros.find("%"), std::string::npos) << terminal.erros;
+  EXPECT_NE(terminal.erros.find("\r" + std::string(80, ' ') + "\r"), std::string::npos);
+  EXPECT_NE(terminal.saida.find("Status:             0"), std::string::npos) << terminal.saida;
+  EXPECT_EQ(terminal.saida.find("linhas/s"), std::string::npos);
+
+  const Execucao quieto =
+      ExecutaNumTerminal({"notas", Amostra("notas-limpo.txt"), "-d", Trabalho(), inscricao, "-q"});
+  EXPECT_EQ(quieto.codigo, 0);
+  EXPECT_EQ(quieto.erros, "");
+
+  const Execucao arquivo =
+      Executa({"notas", Amostra("notas-limpo.txt"), "-d", Trabalho(), inscricao});
+  EXPECT_EQ(arquivo.codigo, 0);
+  EXPECT_EQ(arquivo.erros, "");
 }
 
 TEST_F(Programa, WebComTipoComoDigitado) {

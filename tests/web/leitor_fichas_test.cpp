@@ -6,8 +6,10 @@
 #include <gtest/gtest.h>
 
 #include "advertencias.hpp"
+#include "arquivo_fichas.hpp"
 #include "arquivos.hpp"
 #include "quorvvalida/cls_quorv_adv_bd_fichas.hpp"
+#include "quorvvalida/validacao_ficha_cadastral.hpp"
 #include "registro.hpp"
 
 namespace quorv::teste {
@@ -216,6 +218,34 @@ TEST_F(LeitorFichas, SoPontoEVirgulaDesdeOInicio) {
   EXPECT_EQ(Atual(leitor),
             (Aviso{"   ", std::string(10, ' '), 0, Descricao("Linha com tamanho incorreto")}));
   EXPECT_EQ(leitor.TotalRecords(), 1);
+}
+
+// A real run with ";" as its separator: split at "#", each of its lines is one field, so only
+// the text of the code changes; TR, Nota and LINHA keep the values they had.
+TEST_F(LeitorFichas, AdvertenciasDeUmaExecucaoComPontoEVirgula) {
+  ArquivoFichas arquivo;
+  arquivo.Cabecalho();
+  arquivo.TR100();
+  arquivo.TR110();
+  arquivo.TR111().Campo(22, 2, "00");
+  arquivo.DaSolicitacao("199");
+  arquivo.Trailer();
+  ValidacaoFichaCadastral validacao;
+  validacao.Hoje = [] { return SerialDaData(2024, 6, 30); };
+  std::string numero;
+  validacao.Valida_Fichas(arquivo.Grava(diretorio, "fichas.txt"), numero, diretorio.Texto(), 0, 0,
+                          "REM", "", ";");
+  ASSERT_EQ(LeBytes(caminho), Advertencias(";")
+                                  .Linha(89, arquivo.Linha(3).Texto(), "00000004")
+                                  .Linha(125, arquivo.Linha(2).Texto(), "00000003")
+                                  .Texto());
+  leitor.OpenStream(caminho);
+  EXPECT_EQ(leitor.TotalRecords(), 2);
+  EXPECT_EQ(Percorre(),
+            (std::vector<Aviso>{
+                {"   ", std::string(10, ' '), 0, Descricao("Código de categoria inválido")},
+                {"   ", std::string(10, ' '), 0, Descricao("Solicitação Rejeitada")},
+            }));
 }
 
 struct CasoCodigo {

@@ -34,6 +34,9 @@ TEST(BreakString, PedacosDoTexto) {
       {"", 10, {"", ""}},
       // Tested at 3, 8 and 13 characters against the width of 8.
       {"ab cdef ghij", 8, {"ab cdef", "ghij", ""}},
+      // A first word as long as the width does not fit the empty line either: piece 1 is
+      // empty and the word starts piece 2.
+      {"abcde fg", 5, {"", "abcde", "fg", ""}},
       // The line has one character less room than the width: 8 characters do not fit in 8.
       {"abc defg", 8, {"abc", "defg", ""}},
       {"abc defg", 9, {"abc defg", ""}},

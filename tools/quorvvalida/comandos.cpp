@@ -164,7 +164,7 @@ int ValidaWeb(const OpcoesWeb& opcoes, const OpcoesGerais& gerais) {
   // separator between them.
   const std::string nomeRetorno = "/" + opcoes.retorno;
   const std::string caminhoRetorno =
-      (fs::u8path(opcoes.diretorio) / fs::u8path(opcoes.retorno)).u8string();
+      fs::u8path(opcoes.diretorio + nomeRetorno).lexically_normal().u8string();
   std::string numero;
   bool resultado = false;
   if (opcoes.tipo) {

@@ -3,6 +3,7 @@
 #include <map>
 #include <regex>
 #include <string>
+#include <vector>
 
 #include <fmt/core.h>
 #include <CLI/CLI.hpp>
@@ -74,7 +75,9 @@ void AjudaDoComando(const std::string& comando) {
         "                               vem da primeira linha do arquivo\n"
         "  --tipo-arquivo TEXTO         \"RET\" para fichas de retorno\n"
         "  --programa-chamador TEXTO    programa que chama a validação\n\n"
-        "Saída: 0 quando a fachada responde verdadeiro (sem advertências), 1 quando falso.\n");
+        "Saída: 0 quando a fachada responde verdadeiro (sem advertências), 1 quando falso,\n"
+        "2 quando o arquivo ou o diretório não existe, o tipo não é identificado ou o uso\n"
+        "é incorreto.\n");
   } else if (comando == "mensagem") {
     fmt::print(
         "Uso: quorvvalida mensagem notas|fichas CODIGO\n\n"
@@ -118,13 +121,32 @@ std::string Traduz(const CLI::ParseError& erro) {
   return "uso incorreto: " + texto;
 }
 
-void OpcoesDeValidacao(CLI::App& comando, quorv::ferramenta::OpcoesValidacao& opcoes) {
-  comando.add_option("-d,--diretorio", opcoes.diretorio);
-  comando.add_option("--chave-remessa", opcoes.chaveRemessa);
-  comando.add_option("--chave-processamento", opcoes.chaveProcessamento);
-  comando.add_option("--origem", opcoes.origem);
-  comando.add_option("--servidor", opcoes.servidor);
-  comando.add_option("--separador", opcoes.separador);
+// The options of Valida_Dados and Valida_Fichas; the first is the working directory.
+std::vector<CLI::Option*> OpcoesDeValidacao(CLI::App& comando,
+                                            quorv::ferramenta::OpcoesValidacao& opcoes) {
+  return {comando.add_option("-d,--diretorio", opcoes.diretorio),
+          comando.add_option("--chave-remessa", opcoes.chaveRemessa),
+          comando.add_option("--chave-processamento", opcoes.chaveProcessamento),
+          comando.add_option("--origem", opcoes.origem),
+          comando.add_option("--servidor", opcoes.servidor),
+          comando.add_option("--separador", opcoes.separador)};
+}
+
+// What was written before or after a command that the command does not take: it reached the
+// program's own options, where it would be silently lost. Empty when there is nothing.
+std::string ForaDoComando(const std::string& comando, const CLI::Option& arquivoSolto,
+                          const std::string& arquivo,
+                          const std::vector<CLI::Option*>& opcoesDeValidacao) {
+  if (arquivoSolto.count() > 0) return "argumento não esperado: " + arquivo;
+  if (comando == "notas" || comando == "fichas") return {};
+  for (const CLI::Option* opcao : opcoesDeValidacao) {
+    // The web facade takes a working directory too.
+    if (comando == "web" && opcao == opcoesDeValidacao.front()) continue;
+    if (opcao->count() > 0) {
+      return "a opção " + opcao->get_name() + " não vale para o comando " + comando;
+    }
+  }
+  return {};
 }
 
 std::optional<Tipo> TipoDoNome(const std::string& nome) {
@@ -154,8 +176,10 @@ int Executa(int argc, char** argv) {
   app.add_flag("--sem-verificar-inscricao", semVerificarInscricao);
 
   quorv::ferramenta::OpcoesValidacao validacao;
-  app.add_option("ARQUIVO", validacao.arquivo);
-  OpcoesDeValidacao(app, validacao);
+  // The file given without a command; a command takes its own.
+  std::string arquivoSolto;
+  const CLI::Option* opcaoArquivoSolto = app.add_option("ARQUIVO", arquivoSolto);
+  const std::vector<CLI::Option*> opcoesDeValidacao = OpcoesDeValidacao(app, validacao);
 
   std::map<std::string, CLI::App*> comandos;
   for (const char* nome : {"notas", "fichas"}) {
@@ -168,7 +192,7 @@ int Executa(int argc, char** argv) {
   CLI::App* comandoWeb = app.add_subcommand("web");
   comandoWeb->add_option("ARQUIVO", web.arquivo);
   comandoWeb->add_option("-r,--retorno", web.retorno);
-  comandoWeb->add_option("-d,--diretorio", web.diretorio);
+  comandoWeb->add_option("-d,--diretorio", validacao.diretorio);
   comandoWeb->add_option("--tipo", web.tipo);
   comandoWeb->add_option("--tipo-arquivo", web.tipoArquivo);
   comandoWeb->add_option("--programa-chamador", web.programaChamador);
@@ -208,6 +232,13 @@ int Executa(int argc, char** argv) {
     escolhido.empty() ? AjudaGeral() : AjudaDoComando(escolhido);
     return 0;
   }
+  if (escolhido.empty()) {
+    validacao.arquivo = arquivoSolto;
+  } else if (const std::string erro =
+                 ForaDoComando(escolhido, *opcaoArquivoSolto, arquivoSolto, opcoesDeValidacao);
+             !erro.empty()) {
+    return ErroDeUso(erro);
+  }
 
   if (!hoje.empty()) {
     const double data = quorv::ConverteData(hoje);
@@ -227,6 +258,7 @@ int Executa(int argc, char** argv) {
   if (escolhido == "web") {
     if (web.arquivo.empty()) return ErroDeUso("falta o ARQUIVO a validar");
     if (web.retorno.empty()) return ErroDeUso("falta o nome do arquivo de retorno (-r RETORNO)");
+    web.diretorio = validacao.diretorio;
     return quorv::ferramenta::ValidaWeb(web, gerais);
   }
   if (escolhido == "mensagem" || escolhido == "advertencias") {

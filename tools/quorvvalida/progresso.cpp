@@ -44,8 +44,9 @@ BarraDeProgresso::~BarraDeProgresso() {
 
 void BarraDeProgresso::Atualiza(double porcentagem) {
   if (!ativa_ || linhasTotais_ <= 0) return;
+  // The bar shows at the first figure, then follows at most ten times a second.
   const auto agora = std::chrono::steady_clock::now();
-  if (agora - ultimoDesenho_ < std::chrono::milliseconds(100)) return;
+  if (desenhou_ && agora - ultimoDesenho_ < std::chrono::milliseconds(100)) return;
   ultimoDesenho_ = agora;
   // The invoice validator counts what it read in 128-byte units against 162-byte lines; the
   // form validator counts lines. Both become lines read here.

@@ -22,7 +22,7 @@ class BarraDeProgresso {
   BarraDeProgresso(const BarraDeProgresso&) = delete;
   BarraDeProgresso& operator=(const BarraDeProgresso&) = delete;
 
-  // Takes the validator's figure; redraws at most ten times a second.
+  // Takes the validator's figure; draws at the first, then at most ten times a second.
   void Atualiza(double porcentagem);
   // Clears the bar from the terminal.
   void Encerra();
