@@ -118,6 +118,23 @@ TEST_F(ExecucaoNotas, OrigemA0AindaRecusaSequenciaErrada) {
   EXPECT_EQ(Gravadas(), Advertencias().Linha(166, nota.Texto(), "00000003").Texto());
 }
 
+// Under origin "A0" a group opening is only counted, even after the trailer; a second trailer is
+// still refused.
+TEST_F(ExecucaoNotas, OrigemA0DepoisDoTrailer) {
+  arquivo.CabecalhoV1();
+  GrupoCompleto(arquivo);
+  arquivo.TR99();
+  arquivo.TR01();
+  const std::string soAbertura = arquivo.Grava(diretorio, "abertura.txt");
+  const Registro& segundo = arquivo.TR99();
+  const std::string comSegundoTrailer = arquivo.Grava(diretorio, "trailer.txt");
+  EXPECT_EQ(validacao.Valida_Dados(soAbertura, numeroRemessa, diretorio.Texto(), 0, 0, "A0"), 0);
+  EXPECT_FALSE(diretorio.TemAdvertencias());
+  EXPECT_EQ(validacao.Valida_Dados(comSegundoTrailer, numeroRemessa, diretorio.Texto(), 0, 0, "A0"),
+            8);
+  EXPECT_EQ(Gravadas(), Advertencias().Linha(89, segundo.Texto(), "00000008").Texto());
+}
+
 TEST_F(ExecucaoNotas, CerquilhaERecusadaQualquerQueSejaOSeparador) {
   arquivo.CabecalhoV1();
   arquivo.TR01();
