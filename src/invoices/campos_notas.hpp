@@ -4,7 +4,6 @@
 #define QUORVVALIDA_SRC_INVOICES_CAMPOS_NOTAS_HPP_
 
 #include <charconv>
-#include <cmath>
 #include <optional>
 #include <string_view>
 
@@ -33,24 +32,29 @@ inline std::optional<double> Valor(std::string_view campo) {
 // Which check digits a taxpayer-number field must carry.
 enum class Contribuinte { kCnpjOuCpf, kCpf, kCnpj };
 
-// A taxpayer-number field is accepted when blank or zero; otherwise it must be a positive whole
-// number whose check digits pass.
+// A taxpayer-number field is accepted when blank, zero or negative; a positive number must carry
+// check digits that pass. Only a positive number has ever been checked, so a negative one passes
+// as it always has.
 inline bool DocumentoAceito(std::string_view campo, Contribuinte contribuinte) {
   if (texto::EmBranco(campo)) return true;
   const auto valor = texto::Numero(campo);
   if (!valor) return false;
-  if (*valor == 0) return true;
-  // A negative number or a fraction is no taxpayer number.
-  if (*valor < 0 || *valor != std::floor(*valor)) return false;
-  // The number is checked as the run time writes it back: no leading zeros and one leading blank
-  // where the sign would go. An eleven-digit CPF whose first digit is not 0 thus becomes twelve
-  // characters, which the CPF check refuses as too long; deliberate, every such CPF has always
-  // been refused. The fields hold at most 14 characters, so the value fits.
-  char escrito[24];
+  if (*valor <= 0) return true;
+  // The number is checked as the run time writes it back: no leading zeros (a value below 1
+  // starts at its decimal point) and one leading blank where the sign would go. An eleven-digit
+  // CPF whose first digit is not 0 thus becomes twelve characters, which the CPF check refuses as
+  // too long; deliberate, every such CPF has always been refused. A fraction keeps its decimal
+  // places, which the checks round away. The fields hold at most 14 characters, so the text
+  // fits.
+  char escrito[40];
   escrito[0] = ' ';
   const char* fim =
-      std::to_chars(escrito + 1, escrito + sizeof escrito, static_cast<long long>(*valor)).ptr;
-  const std::string_view numero(escrito, static_cast<std::size_t>(fim - escrito));
+      std::to_chars(escrito + 1, escrito + sizeof escrito, *valor, std::chars_format::fixed).ptr;
+  std::string_view numero(escrito, static_cast<std::size_t>(fim - escrito));
+  if (numero.substr(1, 2) == "0.") {
+    escrito[1] = ' ';
+    numero.remove_prefix(1);
+  }
   if (contribuinte == Contribuinte::kCnpj) return documentos::ValidaCNPJ(numero);
   if (contribuinte == Contribuinte::kCpf) return documentos::ValidaCPF(numero);
   return documentos::ValidaCNPJ(numero) || documentos::ValidaCPF(numero);

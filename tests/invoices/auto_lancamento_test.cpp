@@ -72,12 +72,19 @@ INSTANTIATE_TEST_SUITE_P(
         // starting with 0 is twelve characters long and refused: deliberate.
         CasoCampos{"CPFSemZeroNaFrente", {{47, 11, "11144477735"}}, {187}},
         CasoCampos{"CPFComLetra", {{47, 11, "0123456789X"}}, {187}},
+        // Only a positive number is checked: a negative one passes. A fraction below one is
+        // written back from its decimal point (" .123456789", eleven characters) and rounds to
+        // eleven zeros, which pass.
+        CasoCampos{"CPFNegativo", {{47, 11, "-1234567890"}}, {}},
+        CasoCampos{"CPFFracaoAbaixoDeUm", {{47, 11, "0.123456789"}}, {}},
+        CasoCampos{"CPFFracaoAcimaDeUm", {{47, 11, "1.123456789"}}, {187}},
         // Taxpayer CNPJ (columns 58-71).
         CasoCampos{"CNPJEmBranco", {{58, 14, ""}}, {}},
         CasoCampos{"CNPJZerado", {{58, 14, "00000000000000"}}, {}},
         CasoCampos{"CNPJComDigitoErrado", {{58, 14, "11222333000182"}}, {188}},
         CasoCampos{"CNPJComLetra", {{58, 14, "A"}}, {188}},
         CasoCampos{"CNPJQueEUmCPF", {{58, 14, "01234567890"}}, {188}},
+        CasoCampos{"CNPJNegativo", {{58, 14, "-1222333000181"}}, {}},
         // Taxpayer name (columns 72-117).
         CasoCampos{"NomeEmBranco", {{72, 46, ""}}, {189}},
         CasoCampos{"NomeDeUmaLetra", {{72, 46, "X"}}, {}},

@@ -118,6 +118,23 @@ TEST_F(ExecucaoNotas, OrigemA0AindaRecusaSequenciaErrada) {
   EXPECT_EQ(Gravadas(), Advertencias().Linha(166, nota.Texto(), "00000003").Texto());
 }
 
+// Under origin "A0" a group opening is only counted, even after the trailer; a second trailer is
+// still refused.
+TEST_F(ExecucaoNotas, OrigemA0DepoisDoTrailer) {
+  arquivo.CabecalhoV1();
+  GrupoCompleto(arquivo);
+  arquivo.TR99();
+  arquivo.TR01();
+  const std::string soAbertura = arquivo.Grava(diretorio, "abertura.txt");
+  const Registro& segundo = arquivo.TR99();
+  const std::string comSegundoTrailer = arquivo.Grava(diretorio, "trailer.txt");
+  EXPECT_EQ(validacao.Valida_Dados(soAbertura, numeroRemessa, diretorio.Texto(), 0, 0, "A0"), 0);
+  EXPECT_FALSE(diretorio.TemAdvertencias());
+  EXPECT_EQ(validacao.Valida_Dados(comSegundoTrailer, numeroRemessa, diretorio.Texto(), 0, 0, "A0"),
+            8);
+  EXPECT_EQ(Gravadas(), Advertencias().Linha(89, segundo.Texto(), "00000008").Texto());
+}
+
 TEST_F(ExecucaoNotas, CerquilhaERecusadaQualquerQueSejaOSeparador) {
   arquivo.CabecalhoV1();
   arquivo.TR01();
@@ -161,6 +178,115 @@ TEST_F(ExecucaoNotas, LinhaCurtaOuLongaPara) {
         << largura;
   }
 }
+
+// Lines that fill the file up to a whole number of 162-byte lines, so that the length test of
+// the first line passes, when the lines so far do not.
+void CompletaOTamanho(ArquivoNotas& arquivo, std::size_t bytes) {
+  const std::size_t falta = (162 - bytes % 162) % 162;
+  if (falta != 0) arquivo.Bruta(std::string((falta + 160) % 162, 'z'));
+}
+
+// The rules of a line's frame run in a fixed order (length, sequence, record type, "#", second
+// header) and the first that fails stops the run; the length is told with the line's own number,
+// the others with the line counter. Origin "A0" keeps the same frame.
+struct CasoMoldura {
+  const char* nome;
+  std::size_t largura;  // of the third line
+  int sequencia;        // in its columns 1-8; the counter is at 3
+  const char* tipo;
+  bool cerquilha;  // a "#" in column 40
+  int codigo;
+  const char* numero;
+};
+
+class MolduraDaLinha : public TesteNotas, public ::testing::WithParamInterface<CasoMoldura> {};
+
+TEST_P(MolduraDaLinha, SoAPrimeiraRegraQueFalha) {
+  const CasoMoldura& caso = GetParam();
+  arquivo.CabecalhoV1();
+  arquivo.TR01();
+  Registro terceira(160);
+  terceira.Numero(1, 8, caso.sequencia).Campo(9, 2, caso.tipo);
+  if (caso.cerquilha) terceira.Campo(40, 1, "#");
+  arquivo.Bruta(terceira.ComLargura(caso.largura));
+  CompletaOTamanho(arquivo, 2 * 162 + caso.largura + 2);
+  // The warning copies the line cut or padded with blanks to 160 characters, each "#" a blank.
+  Registro copiada = terceira;
+  copiada.Campo(40, 1, "");
+  const std::string esperado =
+      Advertencias().Linha(caso.codigo, copiada.Texto(), caso.numero).Texto();
+  const std::string caminho = arquivo.Grava(diretorio);
+  for (const char* origem : {"", "A0"}) {
+    DiretorioTemporario outro;
+    std::string numero;
+    Validacao v;
+    EXPECT_EQ(v.Valida_Dados(caminho, numero, outro.Texto(), 0, 0, origem), 8) << origem;
+    EXPECT_EQ(LeBytes(outro.Advertencias()), esperado) << origem;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    ExecucaoNotas, MolduraDaLinha,
+    ::testing::Values(
+        CasoMoldura{"Curta", 159, 3, "10", false, 77, "00000003"},
+        CasoMoldura{"CurtaComTudoErrado", 159, 9, "00", true, 77, "00000009"},
+        CasoMoldura{"SequenciaETipoErrados", 160, 9, "77", true, 166, "00000003"},
+        CasoMoldura{"TipoDesconhecidoComCerquilha", 160, 3, "77", true, 78, "00000003"},
+        CasoMoldura{"SegundoCabecalhoComCerquilha", 160, 3, "00", true, 201, "00000003"},
+        CasoMoldura{"CerquilhaNaNota", 160, 3, "10", true, 201, "00000003"},
+        CasoMoldura{"SegundoCabecalho", 160, 3, "00", false, 87, "00000003"}),
+    [](const ::testing::TestParamInfo<CasoMoldura>& info) { return info.param.nome; });
+
+// The first line: length, "#", the file's length, sequence, header type and version, in this
+// order; the length and the "#" are told with the line's own number, the others with the counter.
+struct CasoPrimeiraLinha {
+  const char* nome;
+  std::size_t largura;
+  int sequencia;
+  const char* tipo;
+  const char* versao;
+  bool cerquilha;       // a "#" in column 100
+  bool arquivoInteiro;  // the file's length a whole number of 162-byte lines
+  int codigo;
+  const char* numero;
+};
+
+class MolduraDaPrimeiraLinha : public TesteNotas,
+                               public ::testing::WithParamInterface<CasoPrimeiraLinha> {};
+
+TEST_P(MolduraDaPrimeiraLinha, SoAPrimeiraRegraQueFalha) {
+  const CasoPrimeiraLinha& caso = GetParam();
+  ArquivoNotas modelo;
+  Registro primeira = modelo.CabecalhoV1();
+  primeira.Numero(1, 8, caso.sequencia).Campo(9, 2, caso.tipo).Campo(74, 10, caso.versao);
+  if (caso.cerquilha) primeira.Campo(100, 1, "#");
+  arquivo.Bruta(primeira.ComLargura(caso.largura));
+  if (caso.arquivoInteiro) {
+    CompletaOTamanho(arquivo, caso.largura + 2);
+  } else {
+    arquivo.Bruta(std::string(caso.largura == 160 ? 1 : 160, 'z'));
+  }
+  Registro copiada = primeira;
+  copiada.Campo(100, 1, "");
+  EXPECT_EQ(Valida(), 8);
+  EXPECT_EQ(Gravadas(), Advertencias().Linha(caso.codigo, copiada.Texto(), caso.numero).Texto());
+  EXPECT_EQ(numeroRemessa, "");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    ExecucaoNotas, MolduraDaPrimeiraLinha,
+    ::testing::Values(
+        CasoPrimeiraLinha{"CurtaComTudoErrado", 159, 5, "01", "3.0", true, false, 77, "00000005"},
+        CasoPrimeiraLinha{"CerquilhaComTudoErrado", 160, 5, "01", "3.0", true, false, 201,
+                          "00000005"},
+        CasoPrimeiraLinha{"TamanhoDoArquivoComTudoErrado", 160, 5, "01", "3.0", false, false, 76,
+                          "00000001"},
+        CasoPrimeiraLinha{"SequenciaSemCabecalho", 160, 5, "01", "3.0", false, true, 166,
+                          "00000001"},
+        CasoPrimeiraLinha{"SemCabecalhoComVersaoErrada", 160, 1, "01", "3.0", false, true, 86,
+                          "00000001"},
+        CasoPrimeiraLinha{"VersaoErrada", 160, 1, "00", "3.0", false, true, 71, "00000001"}),
+    [](const ::testing::TestParamInfo<CasoPrimeiraLinha>& info) { return info.param.nome; });
 
 TEST_F(ExecucaoNotas, LinhaDeTamanhoErradoMudaOTamanhoDoArquivo) {
   const Registro& cabecalho = arquivo.CabecalhoV1();

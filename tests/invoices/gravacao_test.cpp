@@ -58,6 +58,26 @@ TEST_F(GravacaoNotas, NumeroDaLinhaSemDigitosFicaComoEsta) {
   EXPECT_EQ(Gravadas(), Advertencias().Linha(77, curta + " ", "ABCDEFGH").Texto());
 }
 
+// A record's own number is read from its columns 1-8 as a number and written with eight digits,
+// however the columns write it.
+TEST_F(GravacaoNotas, NumeroDaLinhaComBrancosOuSinalSaiComOitoDigitos) {
+  for (const char* sequencia : {"3", "       3", "+3", "3.0"}) {
+    DiretorioTemporario outro;
+    ArquivoNotas linhas;
+    linhas.CabecalhoV1();
+    linhas.TR01();
+    const Registro& nota = linhas.TR10Valido().Campo(1, 8, sequencia).Campo(21, 1, "3");
+    linhas.Novo("15");
+    linhas.TR98();
+    linhas.TR99();
+    std::string numero;
+    EXPECT_EQ(validacao.Valida_Dados(linhas.Grava(outro), numero, outro.Texto()), 1) << sequencia;
+    EXPECT_EQ(LeBytes(outro.Advertencias()),
+              Advertencias().Linha(107, nota.Texto(), "00000003").Texto())
+        << sequencia;
+  }
+}
+
 TEST_F(GravacaoNotas, GravarErroDoAnfitriaoDuranteAExecucao) {
   arquivo.CabecalhoV1();
   arquivo.TR01();

@@ -111,6 +111,7 @@ INSTANTIATE_TEST_SUITE_P(
         CasoCampos{"DocumentoComLetra", {{46, 14, "ABC"}}, {113}},
         CasoCampos{"DocumentoCPFComZeroNaFrente", {{46, 14, "01234567890"}}, {}},
         CasoCampos{"DocumentoCPFSemZeroNaFrente", {{46, 14, "11144477735"}}, {113}},
+        CasoCampos{"DocumentoNegativo", {{46, 14, "-1222333000181"}}, {}},
         // Counterpart registration (columns 60-73), checked for type 4 only.
         CasoCampos{"DestinatarioEmBrancoTipo2", {{60, 14, ""}}, {}},
         CasoCampos{"DestinatarioEmBrancoTipo4",

