@@ -113,9 +113,8 @@ int16_t ExecucaoFichas::Executa(ValidacaoFichaCadastral& dono, const ArgumentosF
 
   diretorio_ = argumentos.diretorio;
   origem_ = argumentos.origem;
-  separador_ = cp1252::DeUtf8(argumentos.separador);
-  chaves_ = separador_ + texto::TextoDoNumero(argumentos.chaveRemessa) + separador_ +
-            texto::TextoDoNumero(argumentos.chaveProcessamento) + separador_;
+  linhaAdvertencia_.Prepara(cp1252::DeUtf8(argumentos.separador), argumentos.chaveRemessa,
+                            argumentos.chaveProcessamento);
   gravouAdvertencia_ = false;
   hoje_ = datas::Hoje(dono.Hoje);
 
@@ -123,7 +122,8 @@ int16_t ExecucaoFichas::Executa(ValidacaoFichaCadastral& dono, const ArgumentosF
   // refused before anything is opened or deleted.
   const std::string advertencias = caminhos::Advertencias(diretorio_);
   if (MesmoArquivo(argumentos.arquivo, advertencias)) return 9;
-  if (!entrada_.Abrir(argumentos.arquivo) || !advertencias_.Criar(advertencias)) {
+  // The run stops at the first line of a wrong length, so a longer line is never read to its end.
+  if (!entrada_.Abrir(argumentos.arquivo, kLargura) || !advertencias_.Criar(advertencias)) {
     Procedimentos_Finais_Fichas(diretorio_);
     return 9;
   }
@@ -248,7 +248,9 @@ int16_t ExecucaoFichas::Para() {
 bool ExecucaoFichas::Gravar_Erro_Ficha(int32_t lCodErro, double dLINHA) {
   // "#" separates the warnings file's fields: the record copied into it may not hold one. The
   // blank that replaces it stays in the current line for its later warnings.
-  std::replace(linhaAtual_.begin(), linhaAtual_.end(), '#', ' ');
+  if (linhaAtual_.find('#') != std::string::npos) {
+    std::replace(linhaAtual_.begin(), linhaAtual_.end(), '#', ' ');
+  }
   gravouAdvertencia_ = true;
   return Escreve(lCodErro, dLINHA, linhaAtual_);
 }
@@ -259,16 +261,7 @@ bool ExecucaoFichas::Gravar_Erro_FichaTR110(int32_t lCodErro, double dLINHA) {
 }
 
 bool ExecucaoFichas::Escreve(int32_t codigo, double numero, std::string_view registro) {
-  char texto[16];
-  char* fim = std::to_chars(texto, texto + sizeof texto, codigo).ptr;
-  linhaAdvertencia_.assign(texto, fim);
-  linhaAdvertencia_ += chaves_;
-  linhaAdvertencia_ += registro;
-  linhaAdvertencia_ += separador_;
-  linhaAdvertencia_ += numero != 0 ? texto::MascaraZeros(numero, 8)
-                                   : texto::MascaraZeros(Campo(registro, colunas::kSequencia), 8);
-  linhaAdvertencia_ += "\r\n";
-  return advertencias_.Escreve(linhaAdvertencia_);
+  return advertencias_.Escreve(linhaAdvertencia_.Monta(codigo, registro, numero));
 }
 
 bool ExecucaoFichas::Procedimentos_Finais_Fichas(std::string_view diretorio) {
