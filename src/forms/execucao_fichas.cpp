@@ -3,7 +3,6 @@
 #include "forms/execucao_fichas.hpp"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -45,11 +44,32 @@ std::optional<int16_t> TipoDeRegistro(std::string_view campo) {
 // The type test searches the type's decimal text inside the list, kept as it is: a type that is
 // only part of a listed one (10, 12, 99, 0...) passes, matches no handler, and its line is
 // skipped without a warning.
+//
+// The search is made once, when the library is built, for every type of up to three digits; a
+// longer type, or a negative one, never occurs in a list of numbers of at most three digits.
+constexpr int kTiposBuscados = 1000;
+
+struct TiposAchados {
+  bool achado[kTiposBuscados] = {};
+};
+
+constexpr TiposAchados BuscaTipos() {
+  TiposAchados tipos;
+  for (int tr = 0; tr < kTiposBuscados; ++tr) {
+    char texto[3] = {};
+    const std::size_t digitos = tr >= 100 ? 3 : tr >= 10 ? 2 : 1;
+    for (int valor = tr, i = static_cast<int>(digitos) - 1; i >= 0; --i, valor /= 10)
+      texto[i] = static_cast<char>('0' + valor % 10);
+    tipos.achado[tr] =
+        kTiposConhecidos.find(std::string_view(texto, digitos)) != std::string_view::npos;
+  }
+  return tipos;
+}
+
+constexpr TiposAchados kTiposAchados = BuscaTipos();
+
 bool TipoConhecido(int16_t tr) {
-  char texto[8];
-  const char* fim = std::to_chars(texto, texto + sizeof texto, tr).ptr;
-  return kTiposConhecidos.find(std::string_view(texto, static_cast<std::size_t>(fim - texto))) !=
-         std::string_view::npos;
+  return tr >= 0 && tr < kTiposBuscados && kTiposAchados.achado[tr];
 }
 
 // The handler of a record type inside a request; none for the header, the trailer and the types
