@@ -17,12 +17,29 @@ bool EhMarcaDecimal(char c) {
   return c == ',' || c == '.';
 }
 
-// The parts of a numeric text: sign, digits before and after the decimal mark.
+// The parts of a numeric text: sign, digits before and after the decimal mark, and the digits
+// read as one whole number while they are few enough to be exact.
 struct PartesNumero {
   bool negativo = false;
   std::string_view inteira;
   std::string_view fracao;
+  // The digits of both parts as a whole number, and the power of ten of the fraction; meaningful
+  // only for a number of at most kDigitosExatos digits.
+  std::uint64_t digitos = 0;
+  std::uint64_t escala = 1;
 };
+
+// Up to 15 digits make a whole number below 2^53, and a power of ten up to 10^15 is exact.
+constexpr std::size_t kDigitosExatos = 15;
+
+// Reads digits from position i on into the whole number; answers where they end.
+std::size_t LeDigitos(std::string_view t, std::size_t i, PartesNumero& partes, bool fracao) {
+  for (; i < t.size() && EhDigito(t[i]); ++i) {
+    partes.digitos = partes.digitos * 10 + static_cast<std::uint64_t>(t[i] - '0');
+    if (fracao) partes.escala *= 10;
+  }
+  return i;
+}
 
 // Splits a numeric text into its parts; empty when the text is not numeric.
 std::optional<PartesNumero> Decompoe(std::string_view texto) {
@@ -34,35 +51,23 @@ std::optional<PartesNumero> Decompoe(std::string_view texto) {
     ++i;
   }
   const std::size_t inicioInteira = i;
-  while (i < t.size() && EhDigito(t[i]))
-    ++i;
+  i = LeDigitos(t, i, partes, false);
   partes.inteira = t.substr(inicioInteira, i - inicioInteira);
   if (i < t.size() && EhMarcaDecimal(t[i])) {
     ++i;
     const std::size_t inicioFracao = i;
-    while (i < t.size() && EhDigito(t[i]))
-      ++i;
+    i = LeDigitos(t, i, partes, true);
     partes.fracao = t.substr(inicioFracao, i - inicioFracao);
   }
   if (i != t.size() || (partes.inteira.empty() && partes.fracao.empty())) return std::nullopt;
   return partes;
 }
 
-// The value of a number of at most 15 digits, read exactly: its digits make a whole number below
-// 2^53 and a power of ten up to 10^15 is exact, so the one division rounds as a full decimal
-// reading would. Empty for a longer number.
+// The value of a number of at most 15 digits, read exactly: the one division of two exact
+// numbers rounds as a full decimal reading would. Empty for a longer number.
 std::optional<double> NumeroCurto(const PartesNumero& partes) {
-  constexpr std::size_t kDigitosExatos = 15;
   if (partes.inteira.size() + partes.fracao.size() > kDigitosExatos) return std::nullopt;
-  std::uint64_t digitos = 0;
-  for (char c : partes.inteira)
-    digitos = digitos * 10 + static_cast<std::uint64_t>(c - '0');
-  std::uint64_t escala = 1;
-  for (char c : partes.fracao) {
-    digitos = digitos * 10 + static_cast<std::uint64_t>(c - '0');
-    escala *= 10;
-  }
-  return static_cast<double>(digitos) / static_cast<double>(escala);
+  return static_cast<double>(partes.digitos) / static_cast<double>(partes.escala);
 }
 
 }  // namespace
