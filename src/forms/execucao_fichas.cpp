@@ -3,7 +3,6 @@
 #include "forms/execucao_fichas.hpp"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -45,11 +44,32 @@ std::optional<int16_t> TipoDeRegistro(std::string_view campo) {
 // The type test searches the type's decimal text inside the list, kept as it is: a type that is
 // only part of a listed one (10, 12, 99, 0...) passes, matches no handler, and its line is
 // skipped without a warning.
+//
+// The search is made once, when the library is built, for every type of up to three digits; a
+// longer type, or a negative one, never occurs in a list of numbers of at most three digits.
+constexpr int kTiposBuscados = 1000;
+
+struct TiposAchados {
+  bool achado[kTiposBuscados] = {};
+};
+
+constexpr TiposAchados BuscaTipos() {
+  TiposAchados tipos;
+  for (int tr = 0; tr < kTiposBuscados; ++tr) {
+    char texto[3] = {};
+    const std::size_t digitos = tr >= 100 ? 3 : tr >= 10 ? 2 : 1;
+    for (int valor = tr, i = static_cast<int>(digitos) - 1; i >= 0; --i, valor /= 10)
+      texto[i] = static_cast<char>('0' + valor % 10);
+    tipos.achado[tr] =
+        kTiposConhecidos.find(std::string_view(texto, digitos)) != std::string_view::npos;
+  }
+  return tipos;
+}
+
+constexpr TiposAchados kTiposAchados = BuscaTipos();
+
 bool TipoConhecido(int16_t tr) {
-  char texto[8];
-  const char* fim = std::to_chars(texto, texto + sizeof texto, tr).ptr;
-  return kTiposConhecidos.find(std::string_view(texto, static_cast<std::size_t>(fim - texto))) !=
-         std::string_view::npos;
+  return tr >= 0 && tr < kTiposBuscados && kTiposAchados.achado[tr];
 }
 
 // The handler of a record type inside a request; none for the header, the trailer and the types
@@ -113,9 +133,8 @@ int16_t ExecucaoFichas::Executa(ValidacaoFichaCadastral& dono, const ArgumentosF
 
   diretorio_ = argumentos.diretorio;
   origem_ = argumentos.origem;
-  separador_ = cp1252::DeUtf8(argumentos.separador);
-  chaves_ = separador_ + texto::TextoDoNumero(argumentos.chaveRemessa) + separador_ +
-            texto::TextoDoNumero(argumentos.chaveProcessamento) + separador_;
+  linhaAdvertencia_.Prepara(cp1252::DeUtf8(argumentos.separador), argumentos.chaveRemessa,
+                            argumentos.chaveProcessamento);
   gravouAdvertencia_ = false;
   hoje_ = datas::Hoje(dono.Hoje);
 
@@ -123,7 +142,8 @@ int16_t ExecucaoFichas::Executa(ValidacaoFichaCadastral& dono, const ArgumentosF
   // refused before anything is opened or deleted.
   const std::string advertencias = caminhos::Advertencias(diretorio_);
   if (MesmoArquivo(argumentos.arquivo, advertencias)) return 9;
-  if (!entrada_.Abrir(argumentos.arquivo) || !advertencias_.Criar(advertencias)) {
+  // The run stops at the first line of a wrong length, so a longer line is never read to its end.
+  if (!entrada_.Abrir(argumentos.arquivo, kLargura) || !advertencias_.Criar(advertencias)) {
     Procedimentos_Finais_Fichas(diretorio_);
     return 9;
   }
@@ -248,7 +268,9 @@ int16_t ExecucaoFichas::Para() {
 bool ExecucaoFichas::Gravar_Erro_Ficha(int32_t lCodErro, double dLINHA) {
   // "#" separates the warnings file's fields: the record copied into it may not hold one. The
   // blank that replaces it stays in the current line for its later warnings.
-  std::replace(linhaAtual_.begin(), linhaAtual_.end(), '#', ' ');
+  if (linhaAtual_.find('#') != std::string::npos) {
+    std::replace(linhaAtual_.begin(), linhaAtual_.end(), '#', ' ');
+  }
   gravouAdvertencia_ = true;
   return Escreve(lCodErro, dLINHA, linhaAtual_);
 }
@@ -259,16 +281,7 @@ bool ExecucaoFichas::Gravar_Erro_FichaTR110(int32_t lCodErro, double dLINHA) {
 }
 
 bool ExecucaoFichas::Escreve(int32_t codigo, double numero, std::string_view registro) {
-  char texto[16];
-  char* fim = std::to_chars(texto, texto + sizeof texto, codigo).ptr;
-  linhaAdvertencia_.assign(texto, fim);
-  linhaAdvertencia_ += chaves_;
-  linhaAdvertencia_ += registro;
-  linhaAdvertencia_ += separador_;
-  linhaAdvertencia_ += numero != 0 ? texto::MascaraZeros(numero, 8)
-                                   : texto::MascaraZeros(Campo(registro, colunas::kSequencia), 8);
-  linhaAdvertencia_ += "\r\n";
-  return advertencias_.Escreve(linhaAdvertencia_);
+  return advertencias_.Escreve(linhaAdvertencia_.Monta(codigo, registro, numero));
 }
 
 bool ExecucaoFichas::Procedimentos_Finais_Fichas(std::string_view diretorio) {

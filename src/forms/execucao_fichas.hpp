@@ -8,6 +8,7 @@
 
 #include "component/files/arquivo_saida.hpp"
 #include "component/files/leitor_linhas.hpp"
+#include "component/files/linha_advertencia.hpp"
 #include "forms/estado_solicitacao.hpp"
 
 namespace quorv {
@@ -85,8 +86,6 @@ class ExecucaoFichas {
   LeitorLinhas entrada_;
   ArquivoSaida advertencias_;
   std::string diretorio_;
-  std::string separador_;
-  std::string chaves_;
   std::string origem_;
   bool verificaCampos_ = true;
   double hoje_ = 0;
@@ -98,7 +97,7 @@ class ExecucaoFichas {
   double porcentagem_ = 0;
 
   // The warning line being built.
-  std::string linhaAdvertencia_;
+  LinhaAdvertencia linhaAdvertencia_;
   double contadorLinhas_ = 0;
   bool gravouAdvertencia_ = false;
   // Some record of the open request was refused.

@@ -3,7 +3,6 @@
 #include "invoices/execucao_notas.hpp"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstring>
 #include <system_error>
@@ -69,15 +68,15 @@ int16_t ExecucaoNotas::Executa(const ArgumentosNotas& argumentos, std::string& n
   caminhoAdvertencias_ = caminhos::Advertencias(argumentos.diretorio);
   if (MesmoArquivo(argumentos.arquivo, caminhoAdvertencias_)) return 9;
 
-  separador_ = cp1252::DeUtf8(argumentos.separador);
-  chaves_ = separador_ + texto::TextoDoNumero(argumentos.chaveRemessa) + separador_ +
-            texto::TextoDoNumero(argumentos.chaveProcessamento) + separador_;
+  linhaAdvertencia_.Prepara(cp1252::DeUtf8(argumentos.separador), argumentos.chaveRemessa,
+                            argumentos.chaveProcessamento);
   origem_ = argumentos.origem;
   // The server name is kept with the run; nothing in the invoice checks depends on it.
   nomeServidor_ = argumentos.nomeServidor;
   hoje_ = datas::Hoje(relogio);
 
-  if (!entrada_.Abrir(argumentos.arquivo) || !advertencias_.Criar(caminhoAdvertencias_)) {
+  // The run stops at the first line of a wrong length, so a longer line is never read to its end.
+  if (!entrada_.Abrir(argumentos.arquivo, kLargura) || !advertencias_.Criar(caminhoAdvertencias_)) {
     Finaliza();
     return 9;
   }
@@ -356,17 +355,10 @@ bool ExecucaoNotas::Grava(int32_t codigo, double linha) {
   gravouAdvertencia_ = true;
   // The record copied into the warning may not hold the separator "#"; the blank that
   // replaces it stays in the line for its later warnings.
-  std::replace(linhaAtual_.begin(), linhaAtual_.end(), '#', ' ');
-  char numero[16];
-  const auto fim = std::to_chars(numero, numero + sizeof numero, codigo).ptr;
-  linhaAdvertencia_.assign(numero, fim);
-  linhaAdvertencia_ += chaves_;
-  linhaAdvertencia_ += linhaAtual_;
-  linhaAdvertencia_ += separador_;
-  linhaAdvertencia_ += linha != 0 ? texto::MascaraZeros(linha, 8)
-                                  : texto::MascaraZeros(Campo(linhaAtual_, kSequencia), 8);
-  linhaAdvertencia_ += "\r\n";
-  return advertencias_.Escreve(linhaAdvertencia_);
+  if (linhaAtual_.find('#') != std::string::npos) {
+    std::replace(linhaAtual_.begin(), linhaAtual_.end(), '#', ' ');
+  }
+  return advertencias_.Escreve(linhaAdvertencia_.Monta(codigo, linhaAtual_, linha));
 }
 
 }  // namespace quorv::notas

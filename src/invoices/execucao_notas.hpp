@@ -10,6 +10,7 @@
 
 #include "component/files/arquivo_saida.hpp"
 #include "component/files/leitor_linhas.hpp"
+#include "component/files/linha_advertencia.hpp"
 #include "component/shared/texto.hpp"
 #include "quorvvalida/relogio.hpp"
 
@@ -144,15 +145,13 @@ class ExecucaoNotas {
   LeitorLinhas entrada_;
   ArquivoSaida advertencias_;
   std::string caminhoAdvertencias_;
-  std::string separador_;
-  std::string chaves_;
   std::string origem_;
   std::string nomeServidor_;
   double hoje_ = 0;
 
   // The line being examined and the warning line being built.
   std::string linhaAtual_ = std::string(kLargura, ' ');
-  std::string linhaAdvertencia_;
+  LinhaAdvertencia linhaAdvertencia_;
   double contadorLinhas_ = 0;
   int16_t resultado_ = 0;
   bool gravouAdvertencia_ = false;

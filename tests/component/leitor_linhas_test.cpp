@@ -78,6 +78,43 @@ TEST(LeitorLinhas, LinhasQueAtravessamOBuffer) {
   EXPECT_EQ(LeTudo(bytes), esperado);
 }
 
+// A reader with a limit gives up on a line that runs past it: the line's head, a length above
+// the limit, and the end of the file, however long the line really is.
+TEST(LeitorLinhas, LinhaAlemDoLimiteEncerraOArquivo) {
+  teste::DiretorioTemporario diretorio;
+  const std::string caminho = diretorio.Arquivo("linhas.txt");
+  teste::GravaBytes(caminho, "abcd\r\n" + std::string(LeitorLinhas::kBuffer * 4, 'x') + "\nfim\n");
+  LeitorLinhas leitor;
+  ASSERT_TRUE(leitor.Abrir(caminho, 4));
+  Linha linha;
+  ASSERT_TRUE(leitor.Proxima(linha));
+  EXPECT_EQ(linha.texto, "abcd");
+  EXPECT_EQ(linha.comprimento, 4u);
+  ASSERT_TRUE(leitor.Proxima(linha));
+  EXPECT_GT(linha.comprimento, 4u);
+  EXPECT_EQ(linha.texto.substr(0, 8), "xxxxxxxx");
+  EXPECT_TRUE(leitor.Fim());
+  EXPECT_FALSE(leitor.Proxima(linha));
+}
+
+// A line at the limit, its CR LF included, is read as any other; so is a longer line whose end
+// is already in view.
+TEST(LeitorLinhas, LinhaNoLimiteComCRLF) {
+  teste::DiretorioTemporario diretorio;
+  const std::string caminho = diretorio.Arquivo("linhas.txt");
+  teste::GravaBytes(caminho, "abcd\r\nefghi\r\nxy");
+  LeitorLinhas leitor;
+  ASSERT_TRUE(leitor.Abrir(caminho, 4));
+  Linha linha;
+  ASSERT_TRUE(leitor.Proxima(linha));
+  EXPECT_EQ(linha.comprimento, 4u);
+  ASSERT_TRUE(leitor.Proxima(linha));
+  EXPECT_EQ(linha.texto, "efghi");
+  EXPECT_EQ(linha.comprimento, 5u);
+  ASSERT_TRUE(leitor.Proxima(linha));
+  EXPECT_EQ(linha.texto, "xy");
+}
+
 TEST(LeitorLinhas, NaoAbreDiretorioNemArquivoInexistente) {
   teste::DiretorioTemporario diretorio;
   LeitorLinhas leitor;

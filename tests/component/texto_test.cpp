@@ -1,6 +1,8 @@
 // Fixed-width fields, numbers and masks.
 #include "component/shared/texto.hpp"
 
+#include <charconv>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -26,6 +28,39 @@ TEST(Texto, ValorInicialLeONumeroDoComeco) {
   EXPECT_DOUBLE_EQ(ValorInicial("abc"), 0);
   EXPECT_DOUBLE_EQ(ValorInicial(""), 0);
   EXPECT_DOUBLE_EQ(ValorInicial("1,5"), 1);
+  EXPECT_DOUBLE_EQ(ValorInicial("+7 8"), 7);
+  EXPECT_DOUBLE_EQ(ValorInicial("-.5"), -0.5);
+  EXPECT_DOUBLE_EQ(ValorInicial("-x"), 0);
+  // The leading number rounds as its whole decimal text does.
+  EXPECT_EQ(ValorInicial("0.3"), 0.3);
+  EXPECT_EQ(ValorInicial("12345678901234567890"), 12345678901234567890.0);
+}
+
+// Short numbers are read by whole-number arithmetic, longer ones by a full decimal reading; both
+// give the same double, the correctly rounded value of the text.
+TEST(Texto, NumeroCurtoELongoLidosComoODecimalExato) {
+  std::mt19937_64 gerador(20261123);
+  for (int i = 0; i < 20000; ++i) {
+    const int inteiros = static_cast<int>(gerador() % 19);
+    const int fracionarios = static_cast<int>(gerador() % 8);
+    std::string texto;
+    for (int d = 0; d < inteiros; ++d)
+      texto += static_cast<char>('0' + gerador() % 10);
+    if (fracionarios > 0 || inteiros == 0) texto += '.';
+    for (int d = 0; d < fracionarios || (inteiros == 0 && d == 0); ++d)
+      texto += static_cast<char>('0' + gerador() % 10);
+    double esperado = 0;
+    const std::string legivel = texto[0] == '.' ? "0" + texto : texto;
+    std::from_chars(legivel.data(), legivel.data() + legivel.size(), esperado);
+    const auto lido = Numero(texto);
+    ASSERT_TRUE(lido.has_value()) << texto;
+    EXPECT_EQ(*lido, esperado) << texto;
+    EXPECT_EQ(*Numero("-" + texto), -esperado) << texto;
+  }
+  EXPECT_EQ(*Numero("0.1"), 0.1);
+  EXPECT_EQ(*Numero("123456789012345"), 123456789012345.0);
+  EXPECT_EQ(*Numero("1234567890123456789"), 1234567890123456789.0);
+  EXPECT_EQ(*Numero(" 0000000010000 "), 10000.0);
 }
 
 struct CasoMascara {

@@ -16,8 +16,9 @@ LeitorLinhas::~LeitorLinhas() {
   Fechar();
 }
 
-bool LeitorLinhas::Abrir(std::string_view caminhoUtf8) {
+bool LeitorLinhas::Abrir(std::string_view caminhoUtf8, std::uint64_t limite) {
   Fechar();
+  limite_ = limite;
   const std::filesystem::path caminho = caminhos::Caminho(caminhoUtf8);
   std::error_code erro;
   if (caminhoUtf8.empty() || !std::filesystem::is_regular_file(caminho, erro)) return false;
@@ -75,6 +76,8 @@ bool LeitorLinhas::Proxima(Linha& linha) {
       linha.comprimento = tamanho;
       return true;
     }
+    // The line's bytes, a CR and the LF fill the window of a line at the limit.
+    if (limite_ != kSemLimite && disponivel >= limite_ + 2) return LinhaAlemDoLimite(linha);
     if (disponivel == kBuffer) return LinhaLonga(linha);
     if (!Reabastece()) {
       linha.texto = std::string_view(buffer_.get() + inicio_, fim_ - inicio_);
@@ -83,6 +86,17 @@ bool LeitorLinhas::Proxima(Linha& linha) {
       return true;
     }
   }
+}
+
+// A line that runs past the limit: its head, the length seen so far, and the end of the file.
+bool LeitorLinhas::LinhaAlemDoLimite(Linha& linha) {
+  const std::size_t disponivel = fim_ - inicio_;
+  cabeca_.assign(buffer_.get() + inicio_, std::min(disponivel, kGuardado));
+  linha.texto = cabeca_;
+  linha.comprimento = disponivel;
+  inicio_ = fim_;
+  esgotado_ = true;
+  return true;
 }
 
 // A line longer than the buffer: keep its head, count the rest as it streams past.

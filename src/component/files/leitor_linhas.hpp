@@ -25,6 +25,7 @@ class LeitorLinhas {
  public:
   static constexpr std::size_t kBuffer = 64 * 1024;
   static constexpr std::size_t kGuardado = 1024;
+  static constexpr std::uint64_t kSemLimite = UINT64_MAX;
 
   LeitorLinhas();
   ~LeitorLinhas();
@@ -32,7 +33,11 @@ class LeitorLinhas {
   LeitorLinhas& operator=(const LeitorLinhas&) = delete;
 
   // Opens a regular file for reading; false when it is missing, a directory or unreadable.
-  bool Abrir(std::string_view caminhoUtf8);
+  // With a limit, a line longer than `limite` bytes need not be read to its end: when no line end
+  // comes within the limit, Proxima gives the line's first bytes with a length above the limit,
+  // and the file ends there. A reader of fixed-width records that stops at the first line of a
+  // wrong length thus refuses a file of one endless line at once.
+  bool Abrir(std::string_view caminhoUtf8, std::uint64_t limite = kSemLimite);
   // Closes the file; closing a closed reader does nothing.
   void Fechar();
   // True when no byte is left to read.
@@ -47,6 +52,7 @@ class LeitorLinhas {
  private:
   bool Reabastece();
   bool LinhaLonga(Linha& linha);
+  bool LinhaAlemDoLimite(Linha& linha);
 
   std::FILE* arquivo_ = nullptr;
   std::unique_ptr<char[]> buffer_;
@@ -54,6 +60,7 @@ class LeitorLinhas {
   std::size_t fim_ = 0;
   std::uint64_t lidos_ = 0;
   std::uint64_t tamanho_ = 0;
+  std::uint64_t limite_ = kSemLimite;
   bool esgotado_ = true;
   std::string cabeca_;
 };

@@ -17,12 +17,29 @@ bool EhMarcaDecimal(char c) {
   return c == ',' || c == '.';
 }
 
-// The parts of a numeric text: sign, digits before and after the decimal mark.
+// The parts of a numeric text: sign, digits before and after the decimal mark, and the digits
+// read as one whole number while they are few enough to be exact.
 struct PartesNumero {
   bool negativo = false;
   std::string_view inteira;
   std::string_view fracao;
+  // The digits of both parts as a whole number, and the power of ten of the fraction; meaningful
+  // only for a number of at most kDigitosExatos digits.
+  std::uint64_t digitos = 0;
+  std::uint64_t escala = 1;
 };
+
+// Up to 15 digits make a whole number below 2^53, and a power of ten up to 10^15 is exact.
+constexpr std::size_t kDigitosExatos = 15;
+
+// Reads digits from position i on into the whole number; answers where they end.
+std::size_t LeDigitos(std::string_view t, std::size_t i, PartesNumero& partes, bool fracao) {
+  for (; i < t.size() && EhDigito(t[i]); ++i) {
+    partes.digitos = partes.digitos * 10 + static_cast<std::uint64_t>(t[i] - '0');
+    if (fracao) partes.escala *= 10;
+  }
+  return i;
+}
 
 // Splits a numeric text into its parts; empty when the text is not numeric.
 std::optional<PartesNumero> Decompoe(std::string_view texto) {
@@ -34,18 +51,23 @@ std::optional<PartesNumero> Decompoe(std::string_view texto) {
     ++i;
   }
   const std::size_t inicioInteira = i;
-  while (i < t.size() && EhDigito(t[i]))
-    ++i;
+  i = LeDigitos(t, i, partes, false);
   partes.inteira = t.substr(inicioInteira, i - inicioInteira);
   if (i < t.size() && EhMarcaDecimal(t[i])) {
     ++i;
     const std::size_t inicioFracao = i;
-    while (i < t.size() && EhDigito(t[i]))
-      ++i;
+    i = LeDigitos(t, i, partes, true);
     partes.fracao = t.substr(inicioFracao, i - inicioFracao);
   }
   if (i != t.size() || (partes.inteira.empty() && partes.fracao.empty())) return std::nullopt;
   return partes;
+}
+
+// The value of a number of at most 15 digits, read exactly: the one division of two exact
+// numbers rounds as a full decimal reading would. Empty for a longer number.
+std::optional<double> NumeroCurto(const PartesNumero& partes) {
+  if (partes.inteira.size() + partes.fracao.size() > kDigitosExatos) return std::nullopt;
+  return static_cast<double>(partes.digitos) / static_cast<double>(partes.escala);
 }
 
 }  // namespace
@@ -57,10 +79,13 @@ std::string_view Campo(std::string_view linha, Coluna coluna) {
 }
 
 std::string_view Apara(std::string_view texto) {
-  const std::size_t primeiro = texto.find_first_not_of(' ');
-  if (primeiro == std::string_view::npos) return {};
-  const std::size_t ultimo = texto.find_last_not_of(' ');
-  return texto.substr(primeiro, ultimo - primeiro + 1);
+  std::size_t primeiro = 0;
+  std::size_t fim = texto.size();
+  while (primeiro < fim && texto[primeiro] == ' ')
+    ++primeiro;
+  while (fim > primeiro && texto[fim - 1] == ' ')
+    --fim;
+  return texto.substr(primeiro, fim - primeiro);
 }
 
 bool EmBranco(std::string_view texto) {
@@ -81,8 +106,9 @@ bool IgualSemCaixa(std::string_view texto, std::string_view palavra) {
 std::optional<double> Numero(std::string_view texto) {
   const auto partes = Decompoe(texto);
   if (!partes) return std::nullopt;
-  // The value is read from "digits.digits" in the C form, which std::from_chars reads the same
-  // way under every locale.
+  if (const auto exato = NumeroCurto(*partes)) return partes->negativo ? -*exato : *exato;
+  // A longer number is read from "digits.digits" in the C form, which std::from_chars reads the
+  // same way under every locale.
   std::array<char, 64> curto{};
   std::string longo;
   const std::size_t tamanho = partes->inteira.size() + 1 + partes->fracao.size();
@@ -128,24 +154,20 @@ int32_t InteiroOuMenosUm(std::string_view texto) {
 }
 
 double ValorInicial(std::string_view texto) {
-  std::size_t i = texto.find_first_not_of(' ');
-  if (i == std::string_view::npos) return 0;
-  bool negativo = false;
-  if (texto[i] == '+' || texto[i] == '-') {
-    negativo = texto[i] == '-';
+  std::size_t i = 0;
+  while (i < texto.size() && texto[i] == ' ')
     ++i;
-  }
-  double valor = 0;
-  for (; i < texto.size() && EhDigito(texto[i]); ++i)
-    valor = valor * 10 + (texto[i] - '0');
+  const std::size_t inicio = i;
+  if (i < texto.size() && (texto[i] == '+' || texto[i] == '-')) ++i;
+  while (i < texto.size() && EhDigito(texto[i]))
+    ++i;
   if (i < texto.size() && texto[i] == '.') {
-    double escala = 0.1;
-    for (++i; i < texto.size() && EhDigito(texto[i]); ++i) {
-      valor += (texto[i] - '0') * escala;
-      escala /= 10;
-    }
+    ++i;
+    while (i < texto.size() && EhDigito(texto[i]))
+      ++i;
   }
-  return negativo ? -valor : valor;
+  // The leading number is read as a whole, so that it rounds as its full decimal text does.
+  return Numero(texto.substr(inicio, i - inicio)).value_or(0);
 }
 
 std::string MascaraZeros(std::string_view texto, int largura) {

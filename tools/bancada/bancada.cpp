@@ -1,0 +1,299 @@
+// quorvvalida-bancada: measures whole-file validation through the command-line tool against the
+// floor of reading the file (a one-rule mawk scan), and the cost of the progress events.
+#include <sys/utsname.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <fmt/core.h>
+#include <CLI/CLI.hpp>
+
+#include "processo.hpp"
+#include "quorvvalida/quorvvalida.hpp"
+
+namespace {
+
+namespace fs = std::filesystem;
+using quorv::bancada::Executa;
+using quorv::bancada::Medida;
+
+struct Opcoes {
+  std::string programa;
+  std::string gerador;
+  std::string inscricaoLib;
+  std::string mawk = "mawk";
+  std::string diretorio = "medicao";
+  std::uint64_t linhas = 1000000;
+  int repeticoes = 5;
+  bool gigabyte = false;
+};
+
+// One kind of file: its generator's name, its line width and the tool's command.
+struct Tipo {
+  const char* nome;
+  int largura;
+};
+constexpr Tipo kNotas{"notas", 160};
+constexpr Tipo kFichas{"fichas", 260};
+
+// What the table shows of one file.
+struct Resultado {
+  std::string arquivo;
+  std::uint64_t linhas = 0;
+  std::uint64_t bytes = 0;
+  double validacao = 0;
+  double mawk = 0;
+  std::uint64_t advertencias = 0;
+  long memoriaKiB = 0;
+};
+
+double Mediana(std::vector<double> valores) {
+  std::sort(valores.begin(), valores.end());
+  const std::size_t meio = valores.size() / 2;
+  return valores.size() % 2 == 1 ? valores[meio] : (valores[meio - 1] + valores[meio]) / 2;
+}
+
+// Lines of a file: its line feeds, plus a last line without one.
+std::uint64_t ContaLinhas(const fs::path& caminho) {
+  std::ifstream arquivo(caminho, std::ios::binary);
+  std::vector<char> bloco(1 << 20);
+  std::uint64_t linhas = 0;
+  char ultimo = '\n';
+  while (arquivo.read(bloco.data(), static_cast<std::streamsize>(bloco.size())) ||
+         arquivo.gcount() > 0) {
+    const auto lidos = static_cast<std::size_t>(arquivo.gcount());
+    linhas += static_cast<std::uint64_t>(std::count(bloco.data(), bloco.data() + lidos, '\n'));
+    ultimo = bloco[lidos - 1];
+  }
+  return ultimo == '\n' ? linhas : linhas + 1;
+}
+
+std::uint64_t Tamanho(const fs::path& caminho) {
+  std::error_code erro;
+  const auto tamanho = fs::file_size(caminho, erro);
+  return erro ? 0 : tamanho;
+}
+
+void Gera(const Opcoes& opcoes, const Tipo& tipo, bool defeitos, std::uint64_t linhas,
+          const fs::path& destino) {
+  std::vector<std::string> argumentos = {opcoes.gerador,         tipo.nome, "-n",
+                                         std::to_string(linhas), "-o",      destino.string()};
+  if (defeitos) argumentos.push_back("--defeitos");
+  if (Executa(argumentos).codigo != 0) {
+    throw std::runtime_error("o gerador falhou ao escrever " + destino.string());
+  }
+}
+
+// One run of the tool on the file, as a user runs it with -q.
+Medida Valida(const Opcoes& opcoes, const Tipo& tipo, const fs::path& arquivo,
+              const fs::path& trabalho) {
+  std::vector<std::string> argumentos = {opcoes.programa,  tipo.nome, arquivo.string(), "-q", "-d",
+                                         trabalho.string()};
+  if (!opcoes.inscricaoLib.empty()) {
+    argumentos.push_back("--inscricao-lib");
+    argumentos.push_back(opcoes.inscricaoLib);
+  }
+  const Medida medida = Executa(argumentos);
+  if (medida.codigo != 0 && medida.codigo != 1) {
+    throw std::runtime_error("quorvvalida não validou " + arquivo.string() + " (código " +
+                             std::to_string(medida.codigo) + ")");
+  }
+  return medida;
+}
+
+// The floor: a one-rule scan of every line by mawk.
+Medida Varre(const Opcoes& opcoes, const Tipo& tipo, const fs::path& arquivo) {
+  // Lines end in CR LF, which mawk keeps but for the LF.
+  const std::string regra = fmt::format("length($0) != {}", tipo.largura + 1);
+  return Executa({opcoes.mawk, regra, arquivo.string()});
+}
+
+Resultado Mede(const Opcoes& opcoes, const Tipo& tipo, const fs::path& arquivo, int repeticoes,
+               bool comMawk) {
+  const fs::path trabalho = fs::path(opcoes.diretorio) / (std::string("trabalho-") + tipo.nome);
+  fs::create_directories(trabalho);
+  Resultado resultado;
+  resultado.arquivo = arquivo.filename().string();
+  resultado.linhas = ContaLinhas(arquivo);
+  resultado.bytes = Tamanho(arquivo);
+  std::vector<double> validacoes;
+  std::vector<double> varreduras;
+  for (int i = 0; i < repeticoes; ++i) {
+    const Medida medida = Valida(opcoes, tipo, arquivo, trabalho);
+    validacoes.push_back(medida.segundos);
+    resultado.memoriaKiB = std::max(resultado.memoriaKiB, medida.memoriaKiB);
+    if (comMawk) varreduras.push_back(Varre(opcoes, tipo, arquivo).segundos);
+  }
+  resultado.validacao = Mediana(validacoes);
+  if (comMawk) resultado.mawk = Mediana(varreduras);
+  const fs::path advertencias = trabalho / "ADVERTENCIAS.TXT";
+  resultado.advertencias = fs::exists(advertencias) ? ContaLinhas(advertencias) : 0;
+  return resultado;
+}
+
+// The progress events' cost, measured in the process: the same file validated with no host
+// listening and with a host that counts every event.
+struct CustoEventos {
+  const char* tipo;
+  double sem = 0;
+  double com = 0;
+  std::uint64_t eventos = 0;
+};
+
+CustoEventos MedeEventos(const Opcoes& opcoes, const Tipo& tipo, const fs::path& arquivo) {
+  const fs::path trabalho = fs::path(opcoes.diretorio) / "trabalho-eventos";
+  fs::create_directories(trabalho);
+  CustoEventos custo{tipo.nome};
+  std::vector<double> sem;
+  std::vector<double> com;
+  for (int i = 0; i < opcoes.repeticoes; ++i) {
+    for (const bool ouvinte : {false, true}) {
+      std::uint64_t eventos = 0;
+      std::function<void(double&)> ouve;
+      if (ouvinte) ouve = [&eventos](double&) { ++eventos; };
+      std::string numero;
+      const auto inicio = std::chrono::steady_clock::now();
+      if (tipo.largura == kNotas.largura) {
+        quorv::Validacao validacao;
+        validacao.Progress = ouve;
+        validacao.Valida_Dados(arquivo.string(), numero, trabalho.string());
+      } else {
+        quorv::ValidacaoFichaCadastral validacao;
+        validacao.FichaProgress = ouve;
+        validacao.Valida_Fichas(arquivo.string(), numero, trabalho.string());
+      }
+      const double segundos =
+          std::chrono::duration<double>(std::chrono::steady_clock::now() - inicio).count();
+      (ouvinte ? com : sem).push_back(segundos);
+      if (ouvinte) custo.eventos = eventos;
+    }
+  }
+  custo.sem = Mediana(sem);
+  custo.com = Mediana(com);
+  return custo;
+}
+
+std::string Maquina() {
+  std::ifstream cpuinfo("/proc/cpuinfo");
+  std::string linha;
+  std::string modelo = "processador desconhecido";
+  while (std::getline(cpuinfo, linha)) {
+    if (linha.rfind("model name", 0) == 0) {
+      modelo = linha.substr(linha.find(':') + 2);
+      break;
+    }
+  }
+  utsname sistema{};
+  uname(&sistema);
+  return fmt::format("{}, {} núcleos, {} {}", modelo, std::thread::hardware_concurrency(),
+                     sistema.sysname, sistema.release);
+}
+
+double MiB(long kib) {
+  return static_cast<double>(kib) / 1024.0;
+}
+
+void ImprimeTabela(const std::vector<Resultado>& resultados) {
+  fmt::print(
+      "| arquivo | linhas | MB | validação (s) | mawk (s) | razão | linhas/s | MB/s | "
+      "advertências | advertências/s | memória máx. (MiB) |\n"
+      "|---|---:|---:|---:|---:|---:|---:|---:|---:|---:|---:|\n");
+  for (const Resultado& r : resultados) {
+    const double mb = static_cast<double>(r.bytes) / 1e6;
+    const std::string mawk = r.mawk > 0 ? fmt::format("{:.3f}", r.mawk) : "-";
+    const std::string razao = r.mawk > 0 ? fmt::format("{:.2f}", r.validacao / r.mawk) : "-";
+    fmt::print("| {} | {} | {:.1f} | {:.3f} | {} | {} | {:.0f} | {:.1f} | {} | {:.0f} | {:.1f} |\n",
+               r.arquivo, r.linhas, mb, r.validacao, mawk, razao,
+               static_cast<double>(r.linhas) / r.validacao, mb / r.validacao, r.advertencias,
+               static_cast<double>(r.advertencias) / r.validacao, MiB(r.memoriaKiB));
+  }
+}
+
+int Executa(const Opcoes& opcoes) {
+  if (!opcoes.inscricaoLib.empty() && !quorv::CarregarBibliotecaInscricao(opcoes.inscricaoLib)) {
+    throw std::runtime_error("não foi possível carregar " + opcoes.inscricaoLib);
+  }
+  const fs::path diretorio = opcoes.diretorio;
+  fs::create_directories(diretorio);
+
+  std::vector<Resultado> resultados;
+  std::vector<CustoEventos> eventos;
+  for (const Tipo& tipo : {kNotas, kFichas}) {
+    const fs::path limpo = diretorio / fmt::format("{}-{}.txt", tipo.nome, opcoes.linhas);
+    const fs::path defeitos =
+        diretorio / fmt::format("{}-com-defeitos-{}.txt", tipo.nome, opcoes.linhas);
+    if (!fs::exists(limpo)) Gera(opcoes, tipo, false, opcoes.linhas, limpo);
+    if (!fs::exists(defeitos)) Gera(opcoes, tipo, true, opcoes.linhas, defeitos);
+    resultados.push_back(Mede(opcoes, tipo, limpo, opcoes.repeticoes, true));
+    resultados.push_back(Mede(opcoes, tipo, defeitos, opcoes.repeticoes, true));
+    eventos.push_back(MedeEventos(opcoes, tipo, limpo));
+  }
+  if (opcoes.gigabyte) {
+    constexpr std::uint64_t kGiB = 1ull << 30;
+    for (const Tipo& tipo : {kNotas, kFichas}) {
+      const fs::path grande = diretorio / fmt::format("{}-1GiB.txt", tipo.nome);
+      const std::uint64_t linhas = kGiB / static_cast<std::uint64_t>(tipo.largura + 2);
+      if (!fs::exists(grande)) Gera(opcoes, tipo, false, linhas, grande);
+      resultados.push_back(Mede(opcoes, tipo, grande, 1, false));
+    }
+    // One line of 1 GiB without a line break (a sparse file of zero bytes).
+    const fs::path linhaUnica = diretorio / "linha-unica-1GiB.txt";
+    if (!fs::exists(linhaUnica)) {
+      std::ofstream(linhaUnica, std::ios::binary).close();
+      fs::resize_file(linhaUnica, kGiB);
+    }
+    for (const Tipo& tipo : {kNotas, kFichas}) {
+      Resultado resultado = Mede(opcoes, tipo, linhaUnica, 1, false);
+      resultado.arquivo += fmt::format(" ({})", tipo.nome);
+      resultados.push_back(resultado);
+    }
+  }
+
+  fmt::print("Máquina: {}\nDiretório: {}\nRepetições: {} (medianas)\n\n", Maquina(),
+             fs::absolute(diretorio).string(), opcoes.repeticoes);
+  ImprimeTabela(resultados);
+  fmt::print(
+      "\n| eventos de progresso | sem ouvinte (s) | ouvinte em cada evento (s) | eventos | custo "
+      "|\n|---|---:|---:|---:|---:|\n");
+  for (const CustoEventos& custo : eventos) {
+    fmt::print("| {} | {:.3f} | {:.3f} | {} | {:+.1f}% |\n", custo.tipo, custo.sem, custo.com,
+               custo.eventos, (custo.com / custo.sem - 1) * 100);
+  }
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  CLI::App app(
+      "Mede a validação de arquivos inteiros pelo quorvvalida contra a leitura do arquivo por "
+      "uma regra do mawk, e o custo dos eventos de progresso.",
+      "quorvvalida-bancada");
+  Opcoes opcoes;
+  app.add_option("--programa", opcoes.programa, "o programa quorvvalida a medir")->required();
+  app.add_option("--gerador", opcoes.gerador, "o programa quorvvalida-gerador")->required();
+  app.add_option("--inscricao-lib", opcoes.inscricaoLib,
+                 "biblioteca de inscrição estadual dada ao quorvvalida");
+  app.add_option("--mawk", opcoes.mawk, "o mawk da varredura de referência");
+  app.add_option("-d,--diretorio", opcoes.diretorio,
+                 "onde ficam os arquivos gerados e os diretórios de trabalho");
+  app.add_option("-n,--linhas", opcoes.linhas, "linhas de cada arquivo (padrão 1000000)");
+  app.add_option("-r,--repeticoes", opcoes.repeticoes, "execuções de cada medida (padrão 5)")
+      ->check(CLI::PositiveNumber);
+  app.add_flag("--gigabyte", opcoes.gigabyte,
+               "mede também arquivos de 1 GiB e uma linha única de 1 GiB");
+  CLI11_PARSE(app, argc, argv);
+  try {
+    return Executa(opcoes);
+  } catch (const std::exception& erro) {
+    fmt::print(stderr, "quorvvalida-bancada: {}\n", erro.what());
+    return 2;
+  }
+}
