@@ -19,7 +19,7 @@ inline constexpr std::string_view kUFExterior = "EX";
 inline constexpr double kPaisLocal = 311;
 
 // The day serial of a date the checks compare with (a valid calendar date).
-inline double Data(int ano, int mes, int dia) {
+constexpr double Data(int ano, int mes, int dia) {
   return *datas::Serial(ano, mes, dia);
 }
 

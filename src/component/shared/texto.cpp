@@ -72,26 +72,6 @@ std::optional<double> NumeroCurto(const PartesNumero& partes) {
 
 }  // namespace
 
-std::string_view Campo(std::string_view linha, Coluna coluna) {
-  const auto inicio = static_cast<std::size_t>(coluna.inicio - 1);
-  if (inicio >= linha.size()) return {};
-  return linha.substr(inicio, static_cast<std::size_t>(coluna.largura));
-}
-
-std::string_view Apara(std::string_view texto) {
-  std::size_t primeiro = 0;
-  std::size_t fim = texto.size();
-  while (primeiro < fim && texto[primeiro] == ' ')
-    ++primeiro;
-  while (fim > primeiro && texto[fim - 1] == ' ')
-    --fim;
-  return texto.substr(primeiro, fim - primeiro);
-}
-
-bool EmBranco(std::string_view texto) {
-  return Apara(texto).empty();
-}
-
 bool IgualSemCaixa(std::string_view texto, std::string_view palavra) {
   const std::string_view t = Apara(texto);
   if (t.size() != palavra.size()) return false;
@@ -171,6 +151,10 @@ double ValorInicial(std::string_view texto) {
 }
 
 std::string MascaraZeros(std::string_view texto, int largura) {
+  // Digits that fill the mask exactly come back as they are.
+  if (texto.size() == static_cast<std::size_t>(largura) && SoDigitos(texto)) {
+    return std::string(texto);
+  }
   const auto partes = Decompoe(texto);
   if (!partes) return std::string(texto);
   std::string digitos(partes->inteira);
