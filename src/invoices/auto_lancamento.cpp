@@ -1,7 +1,6 @@
 // The tax assessment notice (TR 40) issued against a taxpayer within a group. Each field that
 // fails records its warning and the next field is checked all the same.
 #include "component/shared/datas.hpp"
-#include "component/shared/inscricao.hpp"
 #include "component/shared/texto.hpp"
 #include "invoices/campos_notas.hpp"
 #include "invoices/verificacoes.hpp"
@@ -77,7 +76,8 @@ void VerificaIdentificacao(const Lancamento& lancamento) {
 
 // Checked whatever the fields before found, so a blank registration is also told 186.
 void VerificaInscricao(const Lancamento& lancamento) {
-  if (!inscricao::Valida(lancamento.Campo(kInscricao), kUFLocal)) lancamento.Falha(186);
+  if (!lancamento.execucao.InscricaoValida(lancamento.Campo(kInscricao), kUFLocal))
+    lancamento.Falha(186);
 }
 
 void VerificaCPF(const Lancamento& lancamento) {

@@ -4,6 +4,7 @@
 #define QUORVVALIDA_SRC_INVOICES_CAMPOS_NOTAS_HPP_
 
 #include <charconv>
+#include <cmath>
 #include <optional>
 #include <string_view>
 
@@ -19,7 +20,7 @@ inline constexpr std::string_view kUFExterior = "EX";
 inline constexpr double kPaisLocal = 311;
 
 // The day serial of a date the checks compare with (a valid calendar date).
-inline double Data(int ano, int mes, int dia) {
+constexpr double Data(int ano, int mes, int dia) {
   return *datas::Serial(ano, mes, dia);
 }
 
@@ -48,8 +49,13 @@ inline bool DocumentoAceito(std::string_view campo, Contribuinte contribuinte) {
   // fits.
   char escrito[40];
   escrito[0] = ' ';
+  // A whole number, the common case, is written by the whole-number conversion, in the same way.
+  const bool inteiro = *valor < 1e15 && *valor == std::floor(*valor);
   const char* fim =
-      std::to_chars(escrito + 1, escrito + sizeof escrito, *valor, std::chars_format::fixed).ptr;
+      inteiro
+          ? std::to_chars(escrito + 1, escrito + sizeof escrito, static_cast<long long>(*valor)).ptr
+          : std::to_chars(escrito + 1, escrito + sizeof escrito, *valor, std::chars_format::fixed)
+                .ptr;
   std::string_view numero(escrito, static_cast<std::size_t>(fim - escrito));
   if (numero.substr(1, 2) == "0.") {
     escrito[1] = ' ';

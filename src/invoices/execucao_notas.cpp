@@ -74,6 +74,7 @@ int16_t ExecucaoNotas::Executa(const ArgumentosNotas& argumentos, std::string& n
   // The server name is kept with the run; nothing in the invoice checks depends on it.
   nomeServidor_ = argumentos.nomeServidor;
   hoje_ = datas::Hoje(relogio);
+  verificador_ = inscricao::Atual();
 
   // The run stops at the first line of a wrong length, so a longer line is never read to its end.
   if (!entrada_.Abrir(argumentos.arquivo, kLargura) || !advertencias_.Criar(caminhoAdvertencias_)) {

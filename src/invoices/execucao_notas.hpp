@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,6 +12,7 @@
 #include "component/files/arquivo_saida.hpp"
 #include "component/files/leitor_linhas.hpp"
 #include "component/files/linha_advertencia.hpp"
+#include "component/shared/inscricao.hpp"
 #include "component/shared/texto.hpp"
 #include "quorvvalida/relogio.hpp"
 
@@ -109,6 +111,10 @@ class ExecucaoNotas {
   bool BlocoTR20TemItens() const { return tr25Visto_; }
   bool BlocoTR30TemItens() const { return tr35Visto_; }
   double Hoje() const { return hoje_; }
+  // True when the state-registration checker of the run accepts the number for the UF.
+  bool InscricaoValida(std::string_view inscricao, std::string_view uf) const {
+    return inscricao::Valida(verificador_.get(), inscricao, uf);
+  }
 
  private:
   void Inicializa();
@@ -148,6 +154,8 @@ class ExecucaoNotas {
   std::string origem_;
   std::string nomeServidor_;
   double hoje_ = 0;
+  // The state-registration checker in force when the run started.
+  std::shared_ptr<const inscricao::Verificador> verificador_;
 
   // The line being examined and the warning line being built.
   std::string linhaAtual_ = std::string(kLargura, ' ');

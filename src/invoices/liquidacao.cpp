@@ -2,7 +2,6 @@
 // group's notes (TR 10) left. Each field that fails records its warning and the next field is
 // checked all the same.
 #include "component/shared/datas.hpp"
-#include "component/shared/inscricao.hpp"
 #include "component/shared/texto.hpp"
 #include "invoices/campos_notas.hpp"
 #include "invoices/verificacoes.hpp"
@@ -74,7 +73,7 @@ void VerificaEmitente(const Liquidacao& liquidacao) {
     return;
   }
   const std::string_view uf = liquidacao.Campo(kUFEmitente);
-  if (uf == kUFLocal && !inscricao::Valida(emitente, uf)) {
+  if (uf == kUFLocal && !liquidacao.execucao.InscricaoValida(emitente, uf)) {
     liquidacao.Falha(106);
     return;
   }

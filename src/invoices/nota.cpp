@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "component/shared/datas.hpp"
-#include "component/shared/inscricao.hpp"
 #include "component/shared/texto.hpp"
 #include "invoices/campos_notas.hpp"
 #include "invoices/verificacoes.hpp"
@@ -71,7 +70,7 @@ void VerificaEmitente(const Nota& nota) {
     const auto numero = texto::Numero(emitente);
     if (!numero || *numero != *cabecalho.emitenteEsperado) nota.Falha(106);
   }
-  if (!inscricao::Valida(emitente, kUFLocal)) nota.Falha(106);
+  if (!nota.execucao.InscricaoValida(emitente, kUFLocal)) nota.Falha(106);
   // The first three characters name the issuer's municipality. Under a version-2 header of source
   // type 1 they are compared with the whole 14-character source code, which they never equal:
   // every note of such a file is told 106, as it always has been.
@@ -156,7 +155,7 @@ void VerificaDestinatario(const Nota& nota) {
     // A source of type 5 only sends notes whose counterpart is exempt. A counterpart of another
     // state is not checked.
     if (nota.Cabecalho().tipoFonte == 5 ||
-        (uf == kUFLocal && !inscricao::Valida(destinatario, uf))) {
+        (uf == kUFLocal && !nota.execucao.InscricaoValida(destinatario, uf))) {
       nota.Falha(112);
       return;
     }

@@ -10,20 +10,13 @@ namespace {
 constexpr texto::Coluna kSequencia{1, 8};
 constexpr std::size_t kDigitosDaLinha = 8;
 
-bool SoDigitos(std::string_view texto) {
-  for (char c : texto) {
-    if (c < '0' || c > '9') return false;
-  }
-  return true;
-}
-
 // Appends the line number laid into the mask "00000000". The common cases, a whole number of up
 // to eight digits and a sequence column of eight digits, are written directly; they read the
 // same through the mask.
 void AcrescentaNumero(std::string& linha, std::string_view registro, double numero) {
   if (numero == 0) {
     const std::string_view sequencia = texto::Campo(registro, kSequencia);
-    if (sequencia.size() == kDigitosDaLinha && SoDigitos(sequencia)) {
+    if (sequencia.size() == kDigitosDaLinha && texto::SoDigitos(sequencia)) {
       linha += sequencia;
     } else {
       linha += texto::MascaraZeros(sequencia, kDigitosDaLinha);

@@ -33,6 +33,22 @@ constexpr const char* kBibliotecaPadrao = "libDllInscE32.so";
 // ConsisteInscricaoEstadual: registration number and UF as single-byte text; 0 = accepted.
 using FuncaoBiblioteca = int16_t(QUORV_CHAMADA_PADRAO*)(const char* inscricao, const char* uf);
 
+}  // namespace
+
+namespace inscricao {
+
+// The checker in force: a host's function when one was given, else the library.
+struct Verificador {
+  VerificadorInscricao funcao;
+  FuncaoBiblioteca biblioteca = nullptr;
+};
+
+}  // namespace inscricao
+
+namespace {
+
+using inscricao::Verificador;
+
 // Loads a library through the platform's loader and finds the check in it. A library that was
 // loaded stays loaded for the life of the process.
 FuncaoBiblioteca CarregaBiblioteca(const std::string& caminho) {
@@ -52,12 +68,6 @@ FuncaoBiblioteca CarregaBiblioteca(const std::string& caminho) {
   return funcao;
 #endif
 }
-
-// The checker in force: a host's function when one was given, else the library.
-struct Verificador {
-  VerificadorInscricao funcao;
-  FuncaoBiblioteca biblioteca = nullptr;
-};
 
 // The one piece of process-wide state: who answers the state-registration check.
 class Registro {
@@ -105,9 +115,12 @@ class Registro {
 
 namespace inscricao {
 
-bool Valida(std::string_view inscricao, std::string_view uf) {
-  const std::shared_ptr<const Verificador> verificador = Registro::Global().Atual();
-  if (!verificador) return false;
+std::shared_ptr<const Verificador> Atual() {
+  return Registro::Global().Atual();
+}
+
+bool Valida(const Verificador* verificador, std::string_view inscricao, std::string_view uf) {
+  if (verificador == nullptr) return false;
   if (verificador->biblioteca != nullptr) {
     const std::string numero(inscricao);
     const std::string estado(uf);
@@ -119,6 +132,10 @@ bool Valida(std::string_view inscricao, std::string_view uf) {
     // A host's checker that fails refuses the number, as a failing library call does.
     return false;
   }
+}
+
+bool Valida(std::string_view inscricao, std::string_view uf) {
+  return Valida(Atual().get(), inscricao, uf);
 }
 
 }  // namespace inscricao

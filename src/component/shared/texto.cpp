@@ -70,27 +70,20 @@ std::optional<double> NumeroCurto(const PartesNumero& partes) {
   return static_cast<double>(partes.digitos) / static_cast<double>(partes.escala);
 }
 
+// The value of a field of digits alone, at most 15 of them: the common case of a fixed-width
+// field, read in one pass. Empty for any other text, which the full reading then takes.
+std::optional<double> SoDigitosCurtos(std::string_view texto) {
+  if (texto.empty() || texto.size() > kDigitosExatos) return std::nullopt;
+  std::uint64_t digitos = 0;
+  for (char c : texto) {
+    const unsigned digito = static_cast<unsigned char>(c) - static_cast<unsigned>('0');
+    if (digito > 9) return std::nullopt;
+    digitos = digitos * 10 + digito;
+  }
+  return static_cast<double>(digitos);
+}
+
 }  // namespace
-
-std::string_view Campo(std::string_view linha, Coluna coluna) {
-  const auto inicio = static_cast<std::size_t>(coluna.inicio - 1);
-  if (inicio >= linha.size()) return {};
-  return linha.substr(inicio, static_cast<std::size_t>(coluna.largura));
-}
-
-std::string_view Apara(std::string_view texto) {
-  std::size_t primeiro = 0;
-  std::size_t fim = texto.size();
-  while (primeiro < fim && texto[primeiro] == ' ')
-    ++primeiro;
-  while (fim > primeiro && texto[fim - 1] == ' ')
-    --fim;
-  return texto.substr(primeiro, fim - primeiro);
-}
-
-bool EmBranco(std::string_view texto) {
-  return Apara(texto).empty();
-}
 
 bool IgualSemCaixa(std::string_view texto, std::string_view palavra) {
   const std::string_view t = Apara(texto);
@@ -104,6 +97,7 @@ bool IgualSemCaixa(std::string_view texto, std::string_view palavra) {
 }
 
 std::optional<double> Numero(std::string_view texto) {
+  if (const auto valor = SoDigitosCurtos(texto)) return valor;
   const auto partes = Decompoe(texto);
   if (!partes) return std::nullopt;
   if (const auto exato = NumeroCurto(*partes)) return partes->negativo ? -*exato : *exato;
@@ -171,6 +165,10 @@ double ValorInicial(std::string_view texto) {
 }
 
 std::string MascaraZeros(std::string_view texto, int largura) {
+  // Digits that fill the mask exactly come back as they are.
+  if (texto.size() == static_cast<std::size_t>(largura) && SoDigitos(texto)) {
+    return std::string(texto);
+  }
   const auto partes = Decompoe(texto);
   if (!partes) return std::string(texto);
   std::string digitos(partes->inteira);

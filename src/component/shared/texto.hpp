@@ -17,13 +17,35 @@ struct Coluna {
 };
 
 // The field's text in the line; what the line does not reach is left out.
-std::string_view Campo(std::string_view linha, Coluna coluna);
+inline std::string_view Campo(std::string_view linha, Coluna coluna) {
+  const auto inicio = static_cast<std::size_t>(coluna.inicio - 1);
+  if (inicio >= linha.size()) return {};
+  return linha.substr(inicio, static_cast<std::size_t>(coluna.largura));
+}
 
 // The text without blanks (spaces) at either end.
-std::string_view Apara(std::string_view texto);
+inline std::string_view Apara(std::string_view texto) {
+  std::size_t primeiro = 0;
+  std::size_t fim = texto.size();
+  while (primeiro < fim && texto[primeiro] == ' ')
+    ++primeiro;
+  while (fim > primeiro && texto[fim - 1] == ' ')
+    --fim;
+  return texto.substr(primeiro, fim - primeiro);
+}
 
 // True when the text is empty after trimming blanks.
-bool EmBranco(std::string_view texto);
+inline bool EmBranco(std::string_view texto) {
+  return Apara(texto).empty();
+}
+
+// True when the text is made of digits only, and at least one.
+inline bool SoDigitos(std::string_view texto) {
+  for (char c : texto) {
+    if (c < '0' || c > '9') return false;
+  }
+  return !texto.empty();
+}
 
 // True when the trimmed text, upper-cased (ASCII), equals the expected upper-case word.
 bool IgualSemCaixa(std::string_view texto, std::string_view palavra);
