@@ -1,9 +1,10 @@
-// The shared field routines over any text. Promises: a CPF is never longer than 11 characters;
-// the check digits of a number that the wrappers accept are right.
+// The shared field routines over any text. Promise: an accepted CPF is never longer than 11
+// characters (counted in the files' single-byte code page, as the text reaches the check).
 #include <cstdint>
 #include <string>
 
 #include "apoio.hpp"
+#include "component/shared/cp1252.hpp"
 #include "quorvvalida/geral.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* dados, std::size_t tamanho) {
@@ -16,7 +17,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* dados, std::size_t tam
   static_cast<void>(ConfereDigitosCPF(texto));
   static_cast<void>(ValidaInscricaoEstadual(texto, "QZ"));
   if (ValidaCPF(texto)) {
-    if (texto.size() > 11) fuzz::Quebrou("CPF de mais de 11 caracteres aceito");
+    if (cp1252::DeUtf8(texto).size() > 11) fuzz::Quebrou("CPF de mais de 11 caracteres aceito");
   }
   static_cast<void>(ValidaCNPJ(texto));
   return 0;
