@@ -1,6 +1,7 @@
 // Producer-invoice files that are not what they should be: empty, binary, of wrong lengths and
 // line ends, with bytes above 127, in places that cannot be used. Every case compares the status
 // and the exact warnings file, and shows that the input file was only read.
+#include <cstdio>
 #include <filesystem>
 #include <string>
 #include <vector>

@@ -2,6 +2,8 @@
 // warning that cannot be written is lost, the recording method answers false and the run goes
 // on to the status it finds; a return file that cannot be created is skipped. Nothing fails
 // outright and the input file is never touched.
+#include <algorithm>
+#include <cstdio>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -57,8 +59,8 @@ class Falhas : public ::testing::Test {
     for (int i = 0; i < registros; ++i)
       arquivo.Novo("196");
     arquivo.Trailer();
-    fichas = arquivo.Linhas();
-    return entradas.Grava(onde.Arquivo("fichas.txt"), JuntaLinhas(fichas));
+    linhasFichas = arquivo.Linhas();
+    return entradas.Grava(onde.Arquivo("fichas.txt"), JuntaLinhas(linhasFichas));
   }
 
   // A working directory whose ADVERTENCIAS.TXT is a directory, with a file in it.
@@ -74,7 +76,8 @@ class Falhas : public ::testing::Test {
 
   DiretorioTemporario entrada;
   Entradas entradas;
-  std::vector<std::string> fichas;
+  // The lines of the last form file made.
+  std::vector<std::string> linhasFichas;
 };
 
 TEST_F(Falhas, NotasSemComoCriarAsAdvertencias) {
@@ -186,10 +189,10 @@ TEST_F(Falhas, FichasComEscritaQueFalhaSemAnfitriao) {
   std::string numero;
   EXPECT_EQ(validacao.Valida_Fichas(caminho, numero, comum.Texto()), 8);
   Advertencias esperado;
-  for (std::size_t i = 1; i + 1 < fichas.size(); ++i) {
+  for (std::size_t i = 1; i + 1 < linhasFichas.size(); ++i) {
     char linha[32];
     std::snprintf(linha, sizeof linha, "%08zu", i + 1);
-    esperado.Linha(10, fichas[i], linha);
+    esperado.Linha(10, linhasFichas[i], linha);
   }
   EXPECT_EQ(LeBytes(comum.Advertencias()), esperado.Texto());
 

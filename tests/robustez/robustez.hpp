@@ -4,9 +4,12 @@
 #define QUORVVALIDA_TESTS_ROBUSTEZ_ROBUSTEZ_HPP_
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <ostream>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace quorv::teste {
