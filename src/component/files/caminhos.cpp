@@ -32,8 +32,11 @@ bool Existe(std::string_view utf8) {
 }
 
 void Apaga(std::string_view utf8) {
+  const std::filesystem::path caminho = Caminho(utf8);
   std::error_code erro;
-  std::filesystem::remove(Caminho(utf8), erro);
+  // A directory that bears the file's name is not the run's to delete, even when it is empty.
+  if (std::filesystem::is_directory(std::filesystem::symlink_status(caminho, erro))) return;
+  std::filesystem::remove(caminho, erro);
 }
 
 }  // namespace quorv::caminhos

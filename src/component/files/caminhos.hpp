@@ -23,7 +23,7 @@ std::string Advertencias(std::string_view diretorio);
 // True when the text names an existing file or directory.
 bool Existe(std::string_view utf8);
 
-// Deletes a file; a file that is not there is no failure.
+// Deletes a file; a file that is not there is no failure, and a directory is left alone.
 void Apaga(std::string_view utf8);
 
 }  // namespace quorv::caminhos

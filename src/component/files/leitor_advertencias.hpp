@@ -55,7 +55,11 @@ class LeitorAdvertencias {
   int32_t Posicao() const;
 
  private:
-  void Toma(std::string_view linha);
+  // Fields of a warning line: code, remessa key, processing key, input line, line number.
+  static constexpr std::size_t kCampos = 5;
+
+  void Separa(std::string_view pedaco);
+  void Toma();
 
   FormatoAdvertencias formato_;
   LeitorLinhas entrada_;
@@ -67,6 +71,10 @@ class LeitorAdvertencias {
   std::string nota_;
   int32_t linha_ = 0;
   std::string descricao_;
+  // The fields of the line being read, each kept up to its room, and how many the line has.
+  std::string campos_[kCampos];
+  bool cortado_[kCampos] = {};
+  std::size_t quantos_ = 0;
 };
 
 }  // namespace quorv

@@ -99,6 +99,35 @@ bool LeitorLinhas::LinhaAlemDoLimite(Linha& linha) {
   return true;
 }
 
+bool LeitorLinhas::ProximaEmPedacos(const std::function<void(std::string_view)>& pedaco) {
+  if (Fim()) return false;
+  // A CR at the end of what the buffer holds belongs to the line end only when an LF follows.
+  bool crPendente = false;
+  for (;;) {
+    const char* inicio = buffer_.get() + inicio_;
+    const std::size_t disponivel = fim_ - inicio_;
+    const auto* quebra = static_cast<const char*>(std::memchr(inicio, '\n', disponivel));
+    if (quebra != nullptr) {
+      std::size_t tamanho = static_cast<std::size_t>(quebra - inicio);
+      inicio_ += tamanho + 1;
+      if (crPendente && tamanho > 0) pedaco("\r");
+      if (tamanho > 0 && inicio[tamanho - 1] == '\r') --tamanho;
+      if (tamanho > 0) pedaco(std::string_view(inicio, tamanho));
+      return true;
+    }
+    if (crPendente) pedaco("\r");
+    crPendente = disponivel > 0 && inicio[disponivel - 1] == '\r';
+    const std::size_t entregue = crPendente ? disponivel - 1 : disponivel;
+    if (entregue > 0) pedaco(std::string_view(inicio, entregue));
+    inicio_ = fim_;
+    if (!Reabastece()) {
+      // A last line without an end keeps its CR.
+      if (crPendente) pedaco("\r");
+      return true;
+    }
+  }
+}
+
 // A line longer than the buffer: keep its head, count the rest as it streams past.
 bool LeitorLinhas::LinhaLonga(Linha& linha) {
   cabeca_.assign(buffer_.get(), kGuardado);

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -44,6 +45,9 @@ class LeitorLinhas {
   bool Fim();
   // Reads the next line; false at the end of the file.
   bool Proxima(Linha& linha);
+  // Reads the next line and hands all its bytes, in order and in pieces, to `pedaco` (the line
+  // end left out), however long the line is; false at the end of the file.
+  bool ProximaEmPedacos(const std::function<void(std::string_view)>& pedaco);
   // File length in bytes when it was opened.
   std::uint64_t Tamanho() const { return tamanho_; }
   // Bytes taken by the lines read so far, line ends included.

@@ -1,5 +1,6 @@
 #include "component/shared/texto.hpp"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -105,7 +106,9 @@ std::optional<double> Numero(std::string_view texto) {
   // same way under every locale.
   std::array<char, 64> curto{};
   std::string longo;
-  const std::size_t tamanho = partes->inteira.size() + 1 + partes->fracao.size();
+  // A number without whole digits is read with a "0" before its mark.
+  const std::size_t tamanho =
+      std::max<std::size_t>(partes->inteira.size(), 1) + 1 + partes->fracao.size();
   char* inicio = curto.data();
   if (tamanho > curto.size()) {
     longo.resize(tamanho);
