@@ -114,6 +114,10 @@ void ExecucaoNotas::ReiniciaGrupo() {
 
 int16_t ExecucaoNotas::Le(std::string& numeroRemessa,
                           const std::function<void(double&)>& progresso) {
+  // The progress event counts the file's lines from its length, and fires every hundredth of
+  // them.
+  linhasDoArquivo_ = static_cast<double>(entrada_.Tamanho() / kBytesPorLinha);
+  passoProgresso_ = static_cast<std::uint64_t>(linhasDoArquivo_ / 100);
   contadorLinhas_ = 1;
   Linha linha;
   entrada_.Proxima(linha);
@@ -324,12 +328,10 @@ void ExecucaoNotas::Progresso(const std::function<void(double&)>& progresso) {
   if (!progresso) return;
   // The position counts 128-byte units against 162-byte lines, so the figure is not a true
   // share of lines and runs past 100 near the end; hosts have always been shown this figure.
-  const double linhas = static_cast<double>(entrada_.Tamanho() / kBytesPorLinha);
-  const auto passo = static_cast<std::uint64_t>(linhas / 100);
   const std::uint64_t posicao = entrada_.Consumidos() / kUnidadePosicao;
   // Files of fewer than 100 lines have no step: the event comes before every line.
-  if (passo != 0 && posicao % passo != 0) return;
-  double porcentagem = static_cast<double>(posicao) / linhas * 100;
+  if (passoProgresso_ != 0 && posicao % passoProgresso_ != 0) return;
+  double porcentagem = static_cast<double>(posicao) / linhasDoArquivo_ * 100;
   progresso(porcentagem);
 }
 
