@@ -50,6 +50,8 @@ class LeitorAdvertencias {
   const std::string& Descricao() const { return descricao_; }
   // Lines counted by Abrir.
   int32_t Total() const { return total_; }
+  // True while a stream is open.
+  bool Aberto() const { return aberto_; }
   // The number of the next line to be read: lines read so far plus one.
   // Throws std::runtime_error when no stream is open.
   int32_t Posicao() const;

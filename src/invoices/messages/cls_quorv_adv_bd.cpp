@@ -61,7 +61,9 @@ int32_t clsQuorvAdvBD::TotalRecords() const {
 }
 
 int32_t clsQuorvAdvBD::RecordCount() const {
-  return leitor_->Posicao();
+  // Unlike the form reader's, the invoice reader's position raises nothing: without a stream it is
+  // 0.
+  return leitor_->Aberto() ? leitor_->Posicao() : 0;
 }
 
 }  // namespace quorv

@@ -40,8 +40,8 @@ class clsQuorvAdvBD {
   std::string Descricao() const;
   // Number of lines counted by OpenStream.
   int32_t TotalRecords() const;
-  // Number of the next line to be read (2 right after opening a non-empty file).
-  // Throws std::runtime_error when no stream is open.
+  // Number of the next line to be read (2 right after opening a non-empty file); 0 when no
+  // stream is open.
   int32_t RecordCount() const;
 
  private:
