@@ -71,19 +71,6 @@ std::optional<double> NumeroCurto(const PartesNumero& partes) {
   return static_cast<double>(partes.digitos) / static_cast<double>(partes.escala);
 }
 
-// The value of a field of digits alone, at most 15 of them: the common case of a fixed-width
-// field, read in one pass. Empty for any other text, which the full reading then takes.
-std::optional<double> SoDigitosCurtos(std::string_view texto) {
-  if (texto.empty() || texto.size() > kDigitosExatos) return std::nullopt;
-  std::uint64_t digitos = 0;
-  for (char c : texto) {
-    const unsigned digito = static_cast<unsigned char>(c) - static_cast<unsigned>('0');
-    if (digito > 9) return std::nullopt;
-    digitos = digitos * 10 + digito;
-  }
-  return static_cast<double>(digitos);
-}
-
 }  // namespace
 
 bool IgualSemCaixa(std::string_view texto, std::string_view palavra) {
@@ -97,8 +84,7 @@ bool IgualSemCaixa(std::string_view texto, std::string_view palavra) {
   return true;
 }
 
-std::optional<double> Numero(std::string_view texto) {
-  if (const auto valor = SoDigitosCurtos(texto)) return valor;
+std::optional<double> NumeroEscrito(std::string_view texto) {
   const auto partes = Decompoe(texto);
   if (!partes) return std::nullopt;
   if (const auto exato = NumeroCurto(*partes)) return partes->negativo ? -*exato : *exato;

@@ -51,7 +51,23 @@ inline bool SoDigitos(std::string_view texto) {
 bool IgualSemCaixa(std::string_view texto, std::string_view palavra);
 
 // The value of a numeric text (see geral.hpp for what counts as numeric); empty otherwise.
-std::optional<double> Numero(std::string_view texto);
+std::optional<double> NumeroEscrito(std::string_view texto);
+
+// The same, with the common case of a fixed-width field read at once: digits alone, at most 15
+// of them, which make a whole number that a double holds exactly.
+inline std::optional<double> Numero(std::string_view texto) {
+  if (!texto.empty() && texto.size() <= 15) {
+    std::uint64_t digitos = 0;
+    bool soDigitos = true;
+    for (char c : texto) {
+      const unsigned digito = static_cast<unsigned char>(c) - static_cast<unsigned>('0');
+      soDigitos = soDigitos && digito <= 9;
+      digitos = digitos * 10 + digito;
+    }
+    if (soDigitos) return static_cast<double>(digitos);
+  }
+  return NumeroEscrito(texto);
+}
 
 // True when the text is numeric.
 inline bool EhNumerico(std::string_view texto) {
