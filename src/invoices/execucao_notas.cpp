@@ -118,6 +118,7 @@ int16_t ExecucaoNotas::Le(std::string& numeroRemessa,
   // them.
   linhasDoArquivo_ = static_cast<double>(entrada_.Tamanho() / kBytesPorLinha);
   passoProgresso_ = static_cast<std::uint64_t>(linhasDoArquivo_ / 100);
+  proximoMultiplo_ = 0;
   contadorLinhas_ = 1;
   Linha linha;
   entrada_.Proxima(linha);
@@ -329,8 +330,15 @@ void ExecucaoNotas::Progresso(const std::function<void(double&)>& progresso) {
   // The position counts 128-byte units against 162-byte lines, so the figure is not a true
   // share of lines and runs past 100 near the end; hosts have always been shown this figure.
   const std::uint64_t posicao = entrada_.Consumidos() / kUnidadePosicao;
-  // Files of fewer than 100 lines have no step: the event comes before every line.
-  if (passoProgresso_ != 0 && posicao % passoProgresso_ != 0) return;
+  // The event comes when the position is a multiple of the step; files of fewer than 100 lines
+  // have no step, and the event comes before every line. The position only grows, so the next
+  // multiple is kept and worked out again only once the position has passed it.
+  if (passoProgresso_ != 0) {
+    if (posicao > proximoMultiplo_) {
+      proximoMultiplo_ = (posicao + passoProgresso_ - 1) / passoProgresso_ * passoProgresso_;
+    }
+    if (posicao != proximoMultiplo_) return;
+  }
   double porcentagem = static_cast<double>(posicao) / linhasDoArquivo_ * 100;
   progresso(porcentagem);
 }

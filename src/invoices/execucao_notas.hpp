@@ -161,9 +161,11 @@ class ExecucaoNotas {
   std::string linhaAtual_ = std::string(kLargura, ' ');
   LinhaAdvertencia linhaAdvertencia_;
   double contadorLinhas_ = 0;
-  // The file's lines as the progress event counts them, and its step.
+  // The file's lines as the progress event counts them, its step, and the next position at which
+  // the event comes.
   double linhasDoArquivo_ = 0;
   std::uint64_t passoProgresso_ = 0;
+  std::uint64_t proximoMultiplo_ = 0;
   int16_t resultado_ = 0;
   bool gravouAdvertencia_ = false;
 

@@ -572,6 +572,18 @@ TEST_F(ExecucaoNotas, ProgressoSoNosMultiplosDoPassoComCemLinhasOuMais) {
     EXPECT_DOUBLE_EQ(recebido[i], esperado[i]);
 }
 
+// A step of 12 positions, which the position passes over now and then without landing on it.
+TEST_F(ExecucaoNotas, ProgressoNumArquivoMaior) {
+  ArquivoDeLinhas(arquivo, 1234);
+  std::vector<double> recebido;
+  validacao.Progress = [&](double& porcentagem) { recebido.push_back(porcentagem); };
+  EXPECT_EQ(Valida(), 0);
+  const std::vector<double> esperado = ProgressoEsperado(1234);
+  ASSERT_EQ(recebido.size(), esperado.size());
+  for (std::size_t i = 0; i < esperado.size(); ++i)
+    EXPECT_DOUBLE_EQ(recebido[i], esperado[i]);
+}
+
 TEST_F(ExecucaoNotas, ObjetoServeParaVariasExecucoes) {
   arquivo.CabecalhoV1();
   arquivo.TR01();
