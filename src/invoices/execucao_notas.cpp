@@ -344,8 +344,10 @@ void ExecucaoNotas::Progresso(const std::function<void(double&)>& progresso) {
 }
 
 void ExecucaoNotas::TomaLinha(const Linha& linha) {
+  // The current line keeps its 160 characters: the line read is copied over it, and blanks fill
+  // what a shorter line leaves.
   const std::size_t copiados = std::min(linha.texto.size(), kLargura);
-  linhaAtual_.replace(0, copiados, linha.texto.data(), copiados);
+  std::copy_n(linha.texto.data(), copiados, linhaAtual_.begin());
   std::fill(linhaAtual_.begin() + static_cast<std::ptrdiff_t>(copiados), linhaAtual_.end(), ' ');
 }
 

@@ -10,6 +10,14 @@ namespace {
 // The digits of the text laid into a mask of zeros, trimmed, in order; all other characters
 // dropped.
 std::string DigitosDaMascara(std::string_view texto, int largura) {
+  // A number of digits alone, blanks around it, comes out of the mask with zeros before it.
+  const std::string_view aparado = texto::Apara(texto);
+  const auto casas = static_cast<std::size_t>(largura);
+  if (texto::SoDigitos(aparado) && aparado.size() <= casas) {
+    std::string digitos(casas - aparado.size(), '0');
+    digitos += aparado;
+    return digitos;
+  }
   const std::string mascarado = texto::MascaraZeros(texto, largura);
   std::string digitos;
   for (char c : texto::Apara(mascarado)) {
