@@ -53,16 +53,32 @@ bool IgualSemCaixa(std::string_view texto, std::string_view palavra);
 // The value of a numeric text (see geral.hpp for what counts as numeric); empty otherwise.
 std::optional<double> NumeroEscrito(std::string_view texto);
 
+// The value of a character as a digit: above 9 when it is not one.
+inline unsigned Digito(char c) {
+  return static_cast<unsigned char>(c) - static_cast<unsigned>('0');
+}
+
 // The same, with the common case of a fixed-width field read at once: digits alone, at most 15
-// of them, which make a whole number that a double holds exactly.
+// of them, which make a whole number that a double holds exactly. The digits are taken four at a
+// time, each group worked out on its own, so that the chain of multiplications that makes the
+// whole number is a quarter as long.
 inline std::optional<double> Numero(std::string_view texto) {
   if (!texto.empty() && texto.size() <= 15) {
     std::uint64_t digitos = 0;
     bool soDigitos = true;
-    for (char c : texto) {
-      const unsigned digito = static_cast<unsigned char>(c) - static_cast<unsigned>('0');
-      soDigitos = soDigitos && digito <= 9;
-      digitos = digitos * 10 + digito;
+    std::size_t i = 0;
+    for (; i + 4 <= texto.size(); i += 4) {
+      const unsigned a = Digito(texto[i]);
+      const unsigned b = Digito(texto[i + 1]);
+      const unsigned c = Digito(texto[i + 2]);
+      const unsigned d = Digito(texto[i + 3]);
+      soDigitos = soDigitos & (a <= 9) & (b <= 9) & (c <= 9) & (d <= 9);
+      digitos = digitos * 10000 + ((a * 10 + b) * 100 + c * 10 + d);
+    }
+    for (; i < texto.size(); ++i) {
+      const unsigned a = Digito(texto[i]);
+      soDigitos = soDigitos & (a <= 9);
+      digitos = digitos * 10 + a;
     }
     if (soDigitos) return static_cast<double>(digitos);
   }
