@@ -27,7 +27,10 @@ class LinhaAdvertencia {
   std::string separador_;
   // Separator, remessa key, separator, processing key, separator.
   std::string chaves_;
+  // The line being laid out (only its first bytes make the line), and a line number that went
+  // through the mask.
   std::string linha_;
+  std::string mascarado_;
 };
 
 }  // namespace quorv
