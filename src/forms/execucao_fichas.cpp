@@ -181,6 +181,7 @@ int16_t ExecucaoFichas::Le() {
 
       if (linha.comprimento != kLargura) return Para(2);
       if (linhaAtual_.find('#') != std::string::npos) return Para(129);
+      semCerquilha_ = true;
       if (sequencia != contadorLinhas_) return Para(3);
       if (!TipoConhecido(tr)) return Para(5);
 
@@ -244,6 +245,7 @@ void ExecucaoFichas::Progresso() {
 void ExecucaoFichas::TomaLinha(const Linha& linha) {
   linhaAtual_.assign(linha.texto.data(), std::min(linha.texto.size(), kLargura));
   linhaAtual_.resize(kLargura, ' ');
+  semCerquilha_ = false;
 }
 
 bool ExecucaoFichas::Trata(Tratador tratador) {
@@ -268,8 +270,9 @@ int16_t ExecucaoFichas::Para() {
 bool ExecucaoFichas::Gravar_Erro_Ficha(int32_t lCodErro, double dLINHA) {
   // "#" separates the warnings file's fields: the record copied into it may not hold one. The
   // blank that replaces it stays in the current line for its later warnings.
-  if (linhaAtual_.find('#') != std::string::npos) {
+  if (!semCerquilha_) {
     std::replace(linhaAtual_.begin(), linhaAtual_.end(), '#', ' ');
+    semCerquilha_ = true;
   }
   gravouAdvertencia_ = true;
   return Escreve(lCodErro, dLINHA, linhaAtual_);

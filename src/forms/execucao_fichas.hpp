@@ -93,6 +93,8 @@ class ExecucaoFichas {
   // What survives from one run to the next: the current line (empty for a new object), the
   // last TR 110 line read and the progress percentage.
   std::string linhaAtual_;
+  // The current line is known to hold no "#": the frame or an earlier warning of it looked.
+  bool semCerquilha_ = false;
   std::string linhaTR110_;
   double porcentagem_ = 0;
 

@@ -150,6 +150,7 @@ int16_t ExecucaoNotas::Le(std::string& numeroRemessa,
     // "#" is the warnings file's own separator; it is refused whatever separator the caller
     // chose.
     if (linhaAtual_.find('#') != std::string::npos) return Para(201, contadorLinhas_);
+    semCerquilha_ = true;
     if (tr == "00") return Para(87, contadorLinhas_);
 
     Conta(porArquivo_, tr);
@@ -178,6 +179,7 @@ int16_t ExecucaoNotas::Le(std::string& numeroRemessa,
 int16_t ExecucaoNotas::VerificaPrimeiraLinha(const Linha& linha, std::string& numeroRemessa) {
   if (linha.comprimento != kLargura) return Para(77, 0);
   if (linhaAtual_.find('#') != std::string::npos) return Para(201, 0);
+  semCerquilha_ = true;
   const std::uint64_t tamanho = entrada_.Tamanho();
   if (tamanho / kBytesPorLinha == 0 || tamanho % kBytesPorLinha != 0) {
     return Para(76, contadorLinhas_);
@@ -349,6 +351,7 @@ void ExecucaoNotas::TomaLinha(const Linha& linha) {
   const std::size_t copiados = std::min(linha.texto.size(), kLargura);
   std::copy_n(linha.texto.data(), copiados, linhaAtual_.begin());
   std::fill(linhaAtual_.begin() + static_cast<std::ptrdiff_t>(copiados), linhaAtual_.end(), ' ');
+  semCerquilha_ = false;
 }
 
 void ExecucaoNotas::Finaliza() {
@@ -368,8 +371,9 @@ bool ExecucaoNotas::Grava(int32_t codigo, double linha) {
   gravouAdvertencia_ = true;
   // The record copied into the warning may not hold the separator "#"; the blank that
   // replaces it stays in the line for its later warnings.
-  if (linhaAtual_.find('#') != std::string::npos) {
+  if (!semCerquilha_) {
     std::replace(linhaAtual_.begin(), linhaAtual_.end(), '#', ' ');
+    semCerquilha_ = true;
   }
   return advertencias_.Escreve(linhaAdvertencia_.Monta(codigo, linhaAtual_, linha));
 }

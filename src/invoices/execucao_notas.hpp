@@ -159,6 +159,8 @@ class ExecucaoNotas {
 
   // The line being examined and the warning line being built.
   std::string linhaAtual_ = std::string(kLargura, ' ');
+  // The current line is known to hold no "#": the frame or an earlier warning of it looked.
+  bool semCerquilha_ = false;
   LinhaAdvertencia linhaAdvertencia_;
   double contadorLinhas_ = 0;
   // The file's lines as the progress event counts them, its step, and the next position at which
