@@ -31,24 +31,59 @@ constexpr std::uint64_t kUnidadePosicao = 128;
 constexpr double kPrimeiraEmissao = 2;     // 1900-01-01
 constexpr double kUltimaEmissao = 401404;  // 2999-01-01
 
-// Adds a record of a detail type to the counts; other types are not counted.
-void Conta(Contagem& contagem, std::string_view tr) {
-  if (tr == "10") contagem.tr10 += 1;
-  if (tr == "15") contagem.tr15 += 1;
-  if (tr == "20") contagem.tr20 += 1;
-  if (tr == "25") contagem.tr25 += 1;
-  if (tr == "30") contagem.tr30 += 1;
-  if (tr == "35") contagem.tr35 += 1;
-  if (tr == "40") contagem.tr40 += 1;
+// The record type of columns 9-10 as a number when both are digits; -1 otherwise.
+int TipoDoRegistro(std::string_view tr) {
+  if (tr.size() != 2 || texto::Digito(tr[0]) > 9 || texto::Digito(tr[1]) > 9) return -1;
+  return static_cast<int>(texto::Digito(tr[0]) * 10 + texto::Digito(tr[1]));
 }
 
-bool TipoConhecido(std::string_view tr) {
-  static constexpr std::string_view kTipos[] = {"00", "01", "10", "15", "20", "25",
-                                                "30", "35", "40", "98", "99"};
-  for (std::string_view tipo : kTipos) {
-    if (tr == tipo) return true;
+// Adds a record of a detail type to the counts; other types are not counted.
+void Conta(Contagem& contagem, int tipo) {
+  switch (tipo) {
+    case 10:
+      contagem.tr10 += 1;
+      break;
+    case 15:
+      contagem.tr15 += 1;
+      break;
+    case 20:
+      contagem.tr20 += 1;
+      break;
+    case 25:
+      contagem.tr25 += 1;
+      break;
+    case 30:
+      contagem.tr30 += 1;
+      break;
+    case 35:
+      contagem.tr35 += 1;
+      break;
+    case 40:
+      contagem.tr40 += 1;
+      break;
+    default:
+      break;
   }
-  return false;
+}
+
+// The eleven record types of an invoice file.
+bool TipoConhecido(int tipo) {
+  switch (tipo) {
+    case 0:
+    case 1:
+    case 10:
+    case 15:
+    case 20:
+    case 25:
+    case 30:
+    case 35:
+    case 40:
+    case 98:
+    case 99:
+      return true;
+    default:
+      return false;
+  }
 }
 
 // True when the two files are one and the same, so that the warnings file would overwrite
@@ -70,7 +105,7 @@ int16_t ExecucaoNotas::Executa(const ArgumentosNotas& argumentos, std::string& n
 
   linhaAdvertencia_.Prepara(cp1252::DeUtf8(argumentos.separador), argumentos.chaveRemessa,
                             argumentos.chaveProcessamento);
-  origem_ = argumentos.origem;
+  soConta_ = argumentos.origem == "A0";
   // The server name is kept with the run; nothing in the invoice checks depends on it.
   nomeServidor_ = argumentos.nomeServidor;
   hoje_ = datas::Hoje(relogio);
@@ -145,33 +180,33 @@ int16_t ExecucaoNotas::Le(std::string& numeroRemessa,
     if (texto::NumeroOuMenosUm(Campo(linhaAtual_, kSequencia)) != contadorLinhas_) {
       return Para(166, contadorLinhas_);
     }
-    const std::string_view tr = Campo(linhaAtual_, kTipoRegistro);
-    if (!TipoConhecido(tr)) return Para(78, contadorLinhas_);
+    const int tipo = TipoDoRegistro(Campo(linhaAtual_, kTipoRegistro));
+    if (!TipoConhecido(tipo)) return Para(78, contadorLinhas_);
     // "#" is the warnings file's own separator; it is refused whatever separator the caller
     // chose.
     if (linhaAtual_.find('#') != std::string::npos) return Para(201, contadorLinhas_);
     semCerquilha_ = true;
-    if (tr == "00") return Para(87, contadorLinhas_);
+    if (tipo == 0) return Para(87, contadorLinhas_);
 
-    Conta(porArquivo_, tr);
+    Conta(porArquivo_, tipo);
 
     // The web system's origin "A0" only counts the records of the groups; the trailer is
     // still checked against those counts.
-    if (origem_ == "A0" && tr != "99") continue;
+    if (soConta_ && tipo != 99) continue;
 
-    if (tr == "01") {
+    if (tipo == 1) {
       if (trailerVisto_) return Para(147, contadorLinhas_);
       DespachaTR01();
-    } else if (tr == "98") {
+    } else if (tipo == 98) {
       DespachaTR98();
-    } else if (tr == "99") {
+    } else if (tipo == 99) {
       if (trailerVisto_) return Para(89, 0);
       if (!DespachaTR99()) {
         Finaliza();
         return 8;
       }
     } else {
-      Despacha(tr);
+      Despacha(tipo);
     }
   }
 }
@@ -204,26 +239,26 @@ int16_t ExecucaoNotas::VerificaPrimeiraLinha(const Linha& linha, std::string& nu
   return 0;
 }
 
-void ExecucaoNotas::Despacha(std::string_view tr) {
+void ExecucaoNotas::Despacha(int tipo) {
   const std::string_view registro = linhaAtual_;
   // The structure rule of the record comes first, then the group's context, then the end of
   // the blocks the record closes, and last the record's own check; a warning in one of them
   // does not keep the record from its check.
   bool aceito = true;
-  if (tr == "10") {
+  if (tipo == 10) {
     Contexto();
     FechaBlocos();
     porGrupo_.tr10 += 1;
     blocoTR10Aberto_ = true;
     tr15Visto_ = false;
     aceito = VerificaTR10(*this, registro);
-  } else if (tr == "15") {
+  } else if (tipo == 15) {
     Regra(!blocoTR10Aberto_, 153);
     Contexto();
     porGrupo_.tr15 += 1;
     tr15Visto_ = true;
     aceito = VerificaTR15(*this, registro);
-  } else if (tr == "20") {
+  } else if (tipo == 20) {
     Regra(porGrupo_.tr10 == 0, 154);
     Contexto();
     FechaBlocos();
@@ -231,13 +266,13 @@ void ExecucaoNotas::Despacha(std::string_view tr) {
     blocoTR20Aberto_ = true;
     tr25Visto_ = false;
     aceito = VerificaTR20(*this, registro);
-  } else if (tr == "25") {
+  } else if (tipo == 25) {
     Regra(!blocoTR20Aberto_, 155);
     Contexto();
     porGrupo_.tr25 += 1;
     tr25Visto_ = true;
     aceito = VerificaTR25(*this, registro);
-  } else if (tr == "30") {
+  } else if (tipo == 30) {
     Regra(porGrupo_.tr10 == 0, 156);
     Contexto();
     FechaBlocos();
@@ -245,13 +280,13 @@ void ExecucaoNotas::Despacha(std::string_view tr) {
     blocoTR30Aberto_ = true;
     tr35Visto_ = false;
     aceito = VerificaTR30(*this, registro);
-  } else if (tr == "35") {
+  } else if (tipo == 35) {
     Regra(!blocoTR30Aberto_, 157);
     Contexto();
     porGrupo_.tr35 += 1;
     tr35Visto_ = true;
     aceito = VerificaTR35(*this, registro);
-  } else if (tr == "40") {
+  } else if (tipo == 40) {
     Regra(porGrupo_.tr10 == 0, 156);
     Contexto();
     FechaBlocos();

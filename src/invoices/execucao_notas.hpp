@@ -121,7 +121,7 @@ class ExecucaoNotas {
   void ReiniciaGrupo();
   int16_t Le(std::string& numeroRemessa, const std::function<void(double&)>& progresso);
   int16_t VerificaPrimeiraLinha(const Linha& linha, std::string& numeroRemessa);
-  void Despacha(std::string_view tr);
+  void Despacha(int tipo);
   void DespachaTR01();
   void DespachaTR98();
   bool DespachaTR99();
@@ -151,7 +151,8 @@ class ExecucaoNotas {
   LeitorLinhas entrada_;
   ArquivoSaida advertencias_;
   std::string caminhoAdvertencias_;
-  std::string origem_;
+  // The run only counts the records of the groups (origin "A0").
+  bool soConta_ = false;
   std::string nomeServidor_;
   double hoje_ = 0;
   // The state-registration checker in force when the run started.

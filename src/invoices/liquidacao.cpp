@@ -10,6 +10,8 @@
 namespace quorv::notas {
 namespace {
 
+using namespace std::string_view_literals;
+
 using texto::Apara;
 using texto::Coluna;
 using texto::EmBranco;
@@ -46,7 +48,9 @@ struct Liquidacao {
   EstadoGrupo& Grupo() const { return execucao.Grupo(); }
   const DadosCabecalho& Cabecalho() const { return execucao.Cabecalho(); }
   // Documents of types 2, 3 and 6 are issued by the counterpart of the group's notes.
-  bool DoDestinatario() const { return ExisteNoVetor(Campo(kTipoDocumento), {"2", "3", "6"}); }
+  bool DoDestinatario() const {
+    return ExisteNoVetor(Campo(kTipoDocumento), {"2"sv, "3"sv, "6"sv});
+  }
   bool DoTipo4() const { return Campo(kTipoDocumento) == "4"; }
   // A version-2 header of source type 8 only sends documents of type 4 issued by the source.
   bool DaFonte8() const { return Cabecalho().versao == 2 && Cabecalho().tipoFonte == 8; }
@@ -59,7 +63,7 @@ bool MesmoNumero(std::optional<double> a, std::optional<double> b) {
 
 void VerificaTipoDocumento(const Liquidacao& liquidacao) {
   const std::string_view tipo = liquidacao.Campo(kTipoDocumento);
-  if (!texto::EhNumerico(tipo) || !ExisteNoVetor(tipo, {"2", "3", "4", "6"})) {
+  if (!texto::EhNumerico(tipo) || !ExisteNoVetor(tipo, {"2"sv, "3"sv, "4"sv, "6"sv})) {
     liquidacao.Falha(132);
   }
   if (liquidacao.DaFonte8() && tipo != "4") liquidacao.Falha(132);
@@ -103,11 +107,12 @@ void VerificaUFEmitente(const Liquidacao& liquidacao) {
 void VerificaTipoNota(const Liquidacao& liquidacao) {
   const std::string_view tipo = liquidacao.Campo(kTipoNota);
   if (liquidacao.Campo(kTipoDocumento) == "2") {
-    if (!texto::EhNumerico(tipo) || !ExisteNoVetor(tipo, {"1", "2", "9"})) liquidacao.Falha(107);
+    if (!texto::EhNumerico(tipo) || !ExisteNoVetor(tipo, {"1"sv, "2"sv, "9"sv}))
+      liquidacao.Falha(107);
     return;
   }
   if (EmBranco(tipo)) return;
-  if (!texto::EhNumerico(tipo) || !ExisteNoVetor(tipo, {"0", "1", "2", "9"})) {
+  if (!texto::EhNumerico(tipo) || !ExisteNoVetor(tipo, {"0"sv, "1"sv, "2"sv, "9"sv})) {
     liquidacao.Falha(107);
   }
 }
@@ -120,7 +125,7 @@ void VerificaSerie(const Liquidacao& liquidacao) {
   }
   // A document of type 2 for a note of type 1 or 2 must name the note's series.
   if (liquidacao.Campo(kTipoDocumento) == "2" &&
-      ExisteNoVetor(liquidacao.Campo(kTipoNota), {"1", "2"})) {
+      ExisteNoVetor(liquidacao.Campo(kTipoNota), {"1"sv, "2"sv})) {
     const auto valor = texto::Numero(serie);
     if (Apara(serie).size() != 3 || !valor || *valor <= 0) liquidacao.Falha(108);
   }
@@ -151,7 +156,7 @@ void VerificaData(const Liquidacao& liquidacao) {
   // A document of an outgoing operation is dated no later than the group's earliest note; any
   // other, no earlier than its latest note.
   const EstadoGrupo& grupo = liquidacao.Grupo();
-  if (grupo.sentidoOperacao == "S" ? *data > grupo.menorEmissao : *data < grupo.maiorEmissao) {
+  if (grupo.sentidoOperacao == "S"sv ? *data > grupo.menorEmissao : *data < grupo.maiorEmissao) {
     liquidacao.Falha(68);
   }
 }
@@ -239,12 +244,12 @@ void VerificaTotalDocumento(const Liquidacao& liquidacao) {
 
 void VerificaRendimento(const Liquidacao& liquidacao) {
   const std::string_view rendimento = liquidacao.Campo(kRendimento);
-  if (!EmBranco(rendimento) && !ExisteNoVetor(rendimento, {" ", "S"})) {
+  if (!EmBranco(rendimento) && !ExisteNoVetor(rendimento, {" "sv, "S"sv})) {
     liquidacao.Falha(140);
     return;
   }
   // The mirror of the notes' rule: a document declares income only for incoming operations.
-  if (rendimento == "S" && liquidacao.Grupo().sentidoOperacao == "S") liquidacao.Falha(140);
+  if (rendimento == "S" && liquidacao.Grupo().sentidoOperacao == "S"sv) liquidacao.Falha(140);
 }
 
 void VerificaCFOP(const Liquidacao& liquidacao) {

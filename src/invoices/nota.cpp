@@ -12,6 +12,8 @@
 namespace quorv::notas {
 namespace {
 
+using namespace std::string_view_literals;
+
 using texto::Apara;
 using texto::Coluna;
 using texto::EmBranco;
@@ -87,7 +89,7 @@ void VerificaEmitente(const Nota& nota) {
 
 void VerificaTipoNota(const Nota& nota) {
   const std::string_view tipo = nota.Campo(kTipoNota);
-  if (!texto::EhNumerico(tipo) || !ExisteNoVetor(tipo, {"1", "2", "9"})) nota.Falha(107);
+  if (!texto::EhNumerico(tipo) || !ExisteNoVetor(tipo, {"1"sv, "2"sv, "9"sv})) nota.Falha(107);
 }
 
 void VerificaSerie(const Nota& nota) {
@@ -110,7 +112,7 @@ void VerificaNumero(const Nota& nota) {
 
 void VerificaMovimento(const Nota& nota) {
   const std::string_view movimento = nota.Campo(kMovimento);
-  if (EmBranco(movimento) || !ExisteNoVetor(movimento, {"I", "S", "E"})) nota.Falha(110);
+  if (EmBranco(movimento) || !ExisteNoVetor(movimento, {"I"sv, "S"sv, "E"sv})) nota.Falha(110);
   // The group keeps the note's situation and movement as written, valid or not.
   EstadoGrupo& grupo = nota.Grupo();
   grupo.ultimaSituacao.assign(nota.Campo(kSituacao));
@@ -232,7 +234,7 @@ void VerificaUF(const Nota& nota) {
 
 void VerificaSituacao(const Nota& nota) {
   const std::string_view situacao = nota.Campo(kSituacao);
-  if (!texto::EhNumerico(situacao) || !ExisteNoVetor(situacao, {"1", "2", "3"})) {
+  if (!texto::EhNumerico(situacao) || !ExisteNoVetor(situacao, {"1"sv, "2"sv, "3"sv})) {
     nota.Falha(116);
     return;
   }
@@ -398,13 +400,13 @@ void VerificaTotalNota(const Nota& nota) {
 void VerificaRendimento(const Nota& nota) {
   const std::string_view rendimento = nota.Campo(kRendimento);
   if (EmBranco(rendimento)) return;
-  if (!ExisteNoVetor(rendimento, {" ", "S"})) {
+  if (!ExisteNoVetor(rendimento, {" "sv, "S"sv})) {
     nota.Falha(140);
     return;
   }
   // Income is declared on outgoing operations only, and never on these codes.
   EstadoGrupo& grupo = nota.Grupo();
-  if (grupo.sentidoOperacao == "E") {
+  if (grupo.sentidoOperacao == "E"sv) {
     nota.Falha(140);
     return;
   }
