@@ -1,6 +1,7 @@
 // quorvvalida-bancada: measures whole-file validation through the command-line tool against the
 // floor of reading the file (a one-rule mawk scan), and the cost of the progress events.
 #include <sys/utsname.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -139,7 +140,12 @@ Resultado Mede(const Opcoes& opcoes, const Tipo& tipo, const fs::path& arquivo, 
   std::vector<double> validacoes;
   std::vector<double> varreduras;
   std::vector<double> razoes;
+  const fs::path advertencias = trabalho / "ADVERTENCIAS.TXT";
   for (int i = 0; i < repeticoes; ++i) {
+    // Each run starts as a run in a working directory of its own does: without the warnings of
+    // the run before, and with what that run wrote already out of the machine's write cache.
+    fs::remove(advertencias);
+    sync();
     const Medida medida = Valida(opcoes, tipo, arquivo, trabalho, modo);
     validacoes.push_back(medida.segundos);
     resultado.memoriaKiB = std::max(resultado.memoriaKiB, medida.memoriaKiB);
@@ -152,19 +158,20 @@ Resultado Mede(const Opcoes& opcoes, const Tipo& tipo, const fs::path& arquivo, 
     resultado.mawk = Mediana(varreduras);
     resultado.razao = Mediana(razoes);
   }
-  const fs::path advertencias = trabalho / "ADVERTENCIAS.TXT";
   resultado.advertencias = fs::exists(advertencias) ? ContaLinhas(advertencias) : 0;
   return resultado;
 }
 
 // The progress events' cost, measured in the process: the same file validated with no host
-// listening and with a host that counts every event, alternately, twice as many times as the
-// other measures. Each side keeps its least processor time, the run least disturbed by the rest
-// of the machine.
+// listening and with a host that counts every event, in pairs run one right after the other
+// (each side first in every other pair), twice as many pairs as the other measures have runs.
+// The cost is the median of the pairs' differences in processor time: a slower moment of the
+// machine weighs on both runs of a pair.
 struct CustoEventos {
   const char* tipo;
   double sem = 0;
   double com = 0;
+  double custo = 0;
   std::uint64_t eventos = 0;
 };
 
@@ -179,7 +186,9 @@ CustoEventos MedeEventos(const Opcoes& opcoes, const Tipo& tipo, const fs::path&
   std::vector<double> sem;
   std::vector<double> com;
   for (int i = 0; i < 2 * opcoes.repeticoes; ++i) {
-    for (const bool ouvinte : {false, true}) {
+    // Each side runs first in every other pair.
+    for (const bool segundo : {false, true}) {
+      const bool ouvinte = (i % 2 == 0) == segundo;
       std::uint64_t eventos = 0;
       std::function<void(double&)> ouve;
       if (ouvinte) ouve = [&eventos](double&) { ++eventos; };
@@ -198,8 +207,12 @@ CustoEventos MedeEventos(const Opcoes& opcoes, const Tipo& tipo, const fs::path&
       if (ouvinte) custo.eventos = eventos;
     }
   }
-  custo.sem = *std::min_element(sem.begin(), sem.end());
-  custo.com = *std::min_element(com.begin(), com.end());
+  std::vector<double> diferencas;
+  for (std::size_t i = 0; i < sem.size(); ++i)
+    diferencas.push_back((com[i] - sem[i]) / sem[i]);
+  custo.sem = Mediana(sem);
+  custo.com = Mediana(com);
+  custo.custo = Mediana(diferencas);
   return custo;
 }
 
@@ -292,7 +305,7 @@ int Executa(const Opcoes& opcoes) {
       "eventos | custo |\n|---|---:|---:|---:|---:|\n");
   for (const CustoEventos& custo : eventos) {
     fmt::print("| {} | {:.3f} | {:.3f} | {} | {:+.1f}% |\n", custo.tipo, custo.sem, custo.com,
-               custo.eventos, (custo.com / custo.sem - 1) * 100);
+               custo.eventos, custo.custo * 100);
   }
   return 0;
 }
