@@ -56,11 +56,11 @@ struct EstadoGrupo {
   // The previous note's issuer, counterpart, country, UF and operation code, as written (10, 14,
   // 3, 2 and 4 characters); a field that a note fails early leaves the one before. Blank until a
   // note of the group sets them.
-  std::string emitenteAnterior;
-  std::string destinatarioAnterior;
-  std::string paisAnterior;
-  std::string ufAnterior;
-  std::string operacaoAnterior;
+  texto::TextoFixo<10> emitenteAnterior;
+  texto::TextoFixo<14> destinatarioAnterior;
+  texto::TextoFixo<3> paisAnterior;
+  texto::TextoFixo<2> ufAnterior;
+  texto::TextoFixo<4> operacaoAnterior;
   // Set when a note's counterpart, country, UF or operation differs from the previous note's.
   bool grupoDiverge = false;
   // The latest and earliest valid issue dates of the group's notes (day serials).
@@ -70,13 +70,13 @@ struct EstadoGrupo {
   double totalMercadorias = 0;
   double totalMercadoriasTR20 = 0;
   // Situation and movement type of the last note, as written.
-  std::string ultimaSituacao;
-  std::string ultimoMovimento;
+  texto::TextoFixo<1> ultimaSituacao;
+  texto::TextoFixo<1> ultimoMovimento;
   // "E" when the last valid operation code is below 5000, "S" when it is 5000 or above or 0;
   // blank until a note sets it.
-  std::string sentidoOperacao;
+  texto::TextoFixo<1> sentidoOperacao;
   // The income flag of the last note whose flag passed its checks.
-  std::string ultimoRendimento;
+  texto::TextoFixo<1> ultimoRendimento;
 };
 
 // Arguments of a run as Valida_Dados receives them (UTF-8 texts).

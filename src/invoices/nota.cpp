@@ -84,7 +84,7 @@ void VerificaEmitente(const Nota& nota) {
 
   EstadoGrupo& grupo = nota.Grupo();
   if (!EmBranco(grupo.emitenteAnterior) && grupo.emitenteAnterior != emitente) nota.Falha(178);
-  grupo.emitenteAnterior.assign(emitente);
+  grupo.emitenteAnterior = emitente;
 }
 
 void VerificaTipoNota(const Nota& nota) {
@@ -115,8 +115,8 @@ void VerificaMovimento(const Nota& nota) {
   if (EmBranco(movimento) || !ExisteNoVetor(movimento, {"I"sv, "S"sv, "E"sv})) nota.Falha(110);
   // The group keeps the note's situation and movement as written, valid or not.
   EstadoGrupo& grupo = nota.Grupo();
-  grupo.ultimaSituacao.assign(nota.Campo(kSituacao));
-  grupo.ultimoMovimento.assign(movimento);
+  grupo.ultimaSituacao = nota.Campo(kSituacao);
+  grupo.ultimoMovimento = movimento;
 }
 
 void VerificaEmissao(const Nota& nota) {
@@ -162,7 +162,7 @@ void VerificaDestinatario(const Nota& nota) {
       return;
     }
   }
-  grupo.destinatarioAnterior.assign(destinatario);
+  grupo.destinatarioAnterior = destinatario;
 }
 
 void VerificaDocumento(const Nota& nota) {
@@ -190,7 +190,7 @@ void VerificaPais(const Nota& nota) {
   }
   if (*valor == 0) {
     if (nota.relaxada) {
-      grupo.paisAnterior.assign(pais);
+      grupo.paisAnterior = pais;
     } else {
       nota.Falha(114);
     }
@@ -201,7 +201,7 @@ void VerificaPais(const Nota& nota) {
     nota.Falha(114);
     return;
   }
-  grupo.paisAnterior.assign(pais);
+  grupo.paisAnterior = pais;
 }
 
 void VerificaUF(const Nota& nota) {
@@ -209,7 +209,7 @@ void VerificaUF(const Nota& nota) {
   EstadoGrupo& grupo = nota.Grupo();
   if (EmBranco(uf)) {
     if (nota.relaxada) {
-      grupo.ufAnterior.assign(uf);
+      grupo.ufAnterior = uf;
     } else {
       nota.Falha(115);
     }
@@ -229,7 +229,7 @@ void VerificaUF(const Nota& nota) {
     nota.Falha(115);
     return;
   }
-  grupo.ufAnterior.assign(uf);
+  grupo.ufAnterior = uf;
 }
 
 void VerificaSituacao(const Nota& nota) {
@@ -238,7 +238,7 @@ void VerificaSituacao(const Nota& nota) {
     nota.Falha(116);
     return;
   }
-  nota.Grupo().ultimaSituacao.assign(situacao);
+  nota.Grupo().ultimaSituacao = situacao;
 }
 
 // The operation code's thousand tells where the counterpart is: 1 and 5 in the home state, 2 and
@@ -327,7 +327,7 @@ void VerificaOperacao(const Nota& nota) {
   const std::string_view uf = Apara(nota.Campo(kUF));
   if (!nota.relaxada) VerificaLocalDaOperacao(nota, *codigo, uf);
   grupo.sentidoOperacao = *codigo < 5000 ? "E" : "S";
-  grupo.operacaoAnterior.assign(operacao);
+  grupo.operacaoAnterior = operacao;
   if (!nota.relaxada) VerificaDestinatarioDaOperacao(nota, *codigo, uf);
 }
 
@@ -416,7 +416,7 @@ void VerificaRendimento(const Nota& nota) {
     nota.Falha(140);
     return;
   }
-  grupo.ultimoRendimento.assign(rendimento);
+  grupo.ultimoRendimento = rendimento;
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #define QUORVVALIDA_SRC_COMPONENT_SHARED_TEXTO_HPP_
 
 #include <cstdint>
+#include <cstring>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -46,6 +47,30 @@ inline bool SoDigitos(std::string_view texto) {
   }
   return !texto.empty();
 }
+
+// A text of at most N characters kept in place, as the fixed-width field it comes from: a run
+// keeps fields of earlier records so without taking memory for each.
+template <std::size_t N>
+class TextoFixo {
+ public:
+  // Keeps the text, cut to N characters.
+  TextoFixo& operator=(std::string_view texto) {
+    tamanho_ = texto.size() < N ? texto.size() : N;
+    std::memcpy(texto_, texto.data(), tamanho_);
+    return *this;
+  }
+  operator std::string_view() const { return std::string_view(texto_, tamanho_); }
+  friend bool operator==(const TextoFixo& a, std::string_view b) {
+    return std::string_view(a) == b;
+  }
+  friend bool operator!=(const TextoFixo& a, std::string_view b) { return !(a == b); }
+  friend bool operator==(std::string_view a, const TextoFixo& b) { return b == a; }
+  friend bool operator!=(std::string_view a, const TextoFixo& b) { return !(b == a); }
+
+ private:
+  char texto_[N] = {};
+  std::size_t tamanho_ = 0;
+};
 
 // True when the trimmed text, upper-cased (ASCII), equals the expected upper-case word.
 bool IgualSemCaixa(std::string_view texto, std::string_view palavra);
