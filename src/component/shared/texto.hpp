@@ -9,6 +9,14 @@
 #include <string>
 #include <string_view>
 
+// A routine so small and so often called that every caller gets it written in place: a call
+// would cost more than the routine.
+#if defined(_MSC_VER)
+#define QUORV_SEMPRE_EM_LINHA __forceinline
+#else
+#define QUORV_SEMPRE_EM_LINHA inline __attribute__((always_inline))
+#endif
+
 namespace quorv::texto {
 
 // A field of a fixed-width record: 1-based first column and width.
@@ -83,30 +91,36 @@ inline unsigned Digito(char c) {
   return static_cast<unsigned char>(c) - static_cast<unsigned>('0');
 }
 
-// The same, with the common case of a fixed-width field read at once: digits alone, at most 15
-// of them, which make a whole number that a double holds exactly. The digits are taken four at a
-// time, each group worked out on its own, so that the chain of multiplications that makes the
-// whole number is a quarter as long.
-inline std::optional<double> Numero(std::string_view texto) {
-  if (!texto.empty() && texto.size() <= 15) {
-    std::uint64_t digitos = 0;
-    bool soDigitos = true;
-    std::size_t i = 0;
-    for (; i + 4 <= texto.size(); i += 4) {
-      const unsigned a = Digito(texto[i]);
-      const unsigned b = Digito(texto[i + 1]);
-      const unsigned c = Digito(texto[i + 2]);
-      const unsigned d = Digito(texto[i + 3]);
-      soDigitos = soDigitos & (a <= 9) & (b <= 9) & (c <= 9) & (d <= 9);
-      digitos = digitos * 10000 + ((a * 10 + b) * 100 + c * 10 + d);
-    }
-    for (; i < texto.size(); ++i) {
-      const unsigned a = Digito(texto[i]);
-      soDigitos = soDigitos & (a <= 9);
-      digitos = digitos * 10 + a;
-    }
-    if (soDigitos) return static_cast<double>(digitos);
+// Reads the common case of a fixed-width field: digits alone, at most 15 of them, which make a
+// whole number that a double holds exactly; false for any other text. The digits are taken four
+// at a time, each group worked out on its own, so that the chain of multiplications that makes
+// the whole number is a quarter as long.
+QUORV_SEMPRE_EM_LINHA bool LeSoDigitos(std::string_view texto, double& valor) {
+  if (texto.empty() || texto.size() > 15) return false;
+  std::uint64_t digitos = 0;
+  bool soDigitos = true;
+  std::size_t i = 0;
+  for (; i + 4 <= texto.size(); i += 4) {
+    const unsigned a = Digito(texto[i]);
+    const unsigned b = Digito(texto[i + 1]);
+    const unsigned c = Digito(texto[i + 2]);
+    const unsigned d = Digito(texto[i + 3]);
+    soDigitos = soDigitos & (a <= 9) & (b <= 9) & (c <= 9) & (d <= 9);
+    digitos = digitos * 10000 + ((a * 10 + b) * 100 + c * 10 + d);
   }
+  for (; i < texto.size(); ++i) {
+    const unsigned a = Digito(texto[i]);
+    soDigitos = soDigitos & (a <= 9);
+    digitos = digitos * 10 + a;
+  }
+  valor = static_cast<double>(digitos);
+  return soDigitos;
+}
+
+// The same as NumeroEscrito, with the common case read at once where the field is taken.
+QUORV_SEMPRE_EM_LINHA std::optional<double> Numero(std::string_view texto) {
+  double valor = 0;
+  if (LeSoDigitos(texto, valor)) return valor;
   return NumeroEscrito(texto);
 }
 
