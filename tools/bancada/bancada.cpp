@@ -164,7 +164,8 @@ Resultado Mede(const Opcoes& opcoes, const Tipo& tipo, const fs::path& arquivo, 
 
 // The progress events' cost, measured in the process: the same file validated with no host
 // listening and with a host that counts every event, in pairs run one right after the other
-// (each side first in every other pair), twice as many pairs as the other measures have runs.
+// (each side first in every other pair), four times as many pairs as the other measures have
+// runs.
 // The cost is the median of the pairs' differences in processor time: a slower moment of the
 // machine weighs on both runs of a pair.
 struct CustoEventos {
@@ -185,7 +186,7 @@ CustoEventos MedeEventos(const Opcoes& opcoes, const Tipo& tipo, const fs::path&
   CustoEventos custo{tipo.nome};
   std::vector<double> sem;
   std::vector<double> com;
-  for (int i = 0; i < 2 * opcoes.repeticoes; ++i) {
+  for (int i = 0; i < 4 * opcoes.repeticoes; ++i) {
     // Each side runs first in every other pair.
     for (const bool segundo : {false, true}) {
       const bool ouvinte = (i % 2 == 0) == segundo;
