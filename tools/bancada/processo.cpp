@@ -24,6 +24,7 @@ Medida Executa(const std::vector<std::string>& argumentos) {
   posix_spawn_file_actions_t acoes;
   posix_spawn_file_actions_init(&acoes);
   posix_spawn_file_actions_addopen(&acoes, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+  posix_spawn_file_actions_addopen(&acoes, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
 
   const auto inicio = std::chrono::steady_clock::now();
   pid_t pid = 0;

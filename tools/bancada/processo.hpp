@@ -17,7 +17,8 @@ struct Medida {
   int codigo = -1;
 };
 
-// Runs the program with its arguments, its standard output sent to /dev/null, and waits for it.
+// Runs the program with its arguments, its output sent to /dev/null, and waits for it; what it
+// answers is its exit code.
 // Throws std::runtime_error when it cannot be started.
 Medida Executa(const std::vector<std::string>& argumentos);
 
