@@ -10,6 +10,9 @@
 
 #include "comandos.hpp"
 #include "quorvvalida/quorvvalida.hpp"
+#ifdef QUORVVALIDA_SERVICO
+#include "servir/servir.hpp"
+#endif
 
 namespace {
 
@@ -20,7 +23,8 @@ constexpr const char* kUso =
     "     quorvvalida notas|fichas ARQUIVO [-d DIR] [opções]\n"
     "     quorvvalida web ARQUIVO -r RETORNO [-d DIR] [--tipo P|F]\n"
     "     quorvvalida mensagem notas|fichas CODIGO\n"
-    "     quorvvalida advertencias notas|fichas ARQUIVO\n";
+    "     quorvvalida advertencias notas|fichas ARQUIVO\n"
+    "     quorvvalida servir [--endereco E] [--porta P] [opções]\n";
 
 constexpr const char* kOpcoesValidacao =
     "  -d, --diretorio DIR          diretório de trabalho, onde fica ADVERTENCIAS.TXT\n"
@@ -53,7 +57,8 @@ void AjudaGeral() {
       "  fichas ARQUIVO               valida um arquivo de ficha cadastral\n"
       "  web ARQUIVO -r RETORNO       valida como o sistema web e escreve o arquivo de retorno\n"
       "  mensagem notas|fichas COD    mostra o texto de um código de advertência\n"
-      "  advertencias notas|fichas A  lista um arquivo de advertências\n\n"
+      "  advertencias notas|fichas A  lista um arquivo de advertências\n"
+      "  servir                       serviço HTTP de validação (quorvvalida servir --help)\n\n"
       "Opções da validação:\n{}\nOpções gerais:\n{}\n"
       "Saída: 0 sem advertências, 1 com advertências, 2 arquivo não validado ou uso incorreto.\n"
       "Ajuda de um comando: quorvvalida COMANDO --help\n",
@@ -282,6 +287,15 @@ int Executa(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   try {
+    // The service has options of its own and takes the rest of the command line.
+    if (argc > 1 && std::string(argv[1]) == "servir") {
+#ifdef QUORVVALIDA_SERVICO
+      return quorv::servico::Servir(argc - 1, argv + 1);
+#else
+      quorv::ferramenta::Erro("o serviço HTTP não faz parte desta construção");
+      return quorv::ferramenta::kNaoValidado;
+#endif
+    }
     return Executa(argc, argv);
   } catch (const std::exception& erro) {
     quorv::ferramenta::Erro(std::string("erro inesperado: ") + erro.what());

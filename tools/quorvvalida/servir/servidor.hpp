@@ -1,0 +1,92 @@
+// The validation service: an HTTP server over the component for web systems and batch
+// pipelines. Every request validates in a private directory of its own; the service keeps
+// nothing between requests, so it scales out by running more instances.
+#ifndef QUORVVALIDA_TOOLS_SERVIR_SERVIDOR_HPP_
+#define QUORVVALIDA_TOOLS_SERVIR_SERVIDOR_HPP_
+
+#include <httplib.h>
+
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+
+#include "admissao.hpp"
+#include "autorizacao.hpp"
+#include "configuracao.hpp"
+#include "http.hpp"
+#include "metricas.hpp"
+#include "parametros.hpp"
+#include "rotas.hpp"
+#include "temporario.hpp"
+
+namespace quorv::servico {
+
+class Servidor {
+ public:
+  // `configuracao` comes checked, its workers and queue sized; `base` is the service's own
+  // temporary directory, under which each request gets one of its own.
+  Servidor(const Configuracao& configuracao, std::optional<Autorizacao> autorizacao,
+           std::unique_ptr<DiretorioTemporario> base);
+  ~Servidor();
+  Servidor(const Servidor&) = delete;
+  Servidor& operator=(const Servidor&) = delete;
+
+  // Binds the address; the port bound, or -1 with the reason in `erro`.
+  int Liga(std::string& erro);
+  // Serves until Para is called, then answers the requests already being handled and returns.
+  bool Atende();
+  // Stops taking connections; safe from any thread.
+  void Para();
+
+ private:
+  // What the service keeps about a request from its headers to its log line.
+  struct Contexto {
+    std::chrono::steady_clock::time_point inicio;
+    std::string id;
+    const Rota* rota = nullptr;
+    bool pagina = false;
+    std::uint64_t recebidos = 0;
+    std::shared_ptr<std::uint64_t> enviados;  // bytes of an answer sent piece by piece
+  };
+
+  // Checks what can be checked before a body is read (route, token, length, types, parameters,
+  // room); false when the answer is already in `res`.
+  bool Triagem(const httplib::Request& req, httplib::Response& res);
+  void Registra(const httplib::Request& req, const httplib::Response& res);
+  void Recebe(const Rota& rota, const httplib::Request& req, httplib::Response& res,
+              const httplib::ContentReader& leitor);
+  void Consulta(const Rota& rota, const httplib::Request& req, httplib::Response& res);
+
+  // Answers a problem (application/problem+json). With `fechar`, the connection is closed after
+  // the answer, because the request's body was not read to its end.
+  void Problema(httplib::Response& res, int status, const std::string& tipo,
+                const std::string& detalhe, bool fechar) const;
+
+  Contexto& AbreContexto(const httplib::Request& req, httplib::Response& res);
+  Contexto* ContextoDe(const httplib::Request& req);
+  std::optional<Contexto> TiraContexto(const httplib::Request& req);
+  std::string NovoId();
+
+  const Configuracao configuracao_;
+  const std::optional<Autorizacao> autorizacao_;
+  const std::unique_ptr<DiretorioTemporario> base_;
+  std::string pagina_;  // the browser page's folder; empty when it is not there
+  httplib::Server servidor_;
+  Admissao admissao_;
+  Metricas metricas_;
+  std::atomic<bool> encerrando_{false};
+
+  const std::string prefixoId_;
+  std::atomic<std::uint64_t> contadorId_{0};
+  std::mutex travaContextos_;
+  std::map<std::string, Contexto> contextos_;
+};
+
+}  // namespace quorv::servico
+
+#endif  // QUORVVALIDA_TOOLS_SERVIR_SERVIDOR_HPP_
