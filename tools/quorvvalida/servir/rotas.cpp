@@ -22,22 +22,23 @@ const std::vector<RotaCompilada>& Compiladas() {
 
 const std::vector<Rota>& Rotas() {
   static const std::vector<Rota> rotas = {
-      {Destino::kNotas, "POST", "/v1/notas", "/v1/notas", true, true},
-      {Destino::kFichas, "POST", "/v1/fichas", "/v1/fichas", true, true},
-      {Destino::kAuto, "POST", "/v1/auto", "/v1/auto", true, true},
-      {Destino::kWebNotas, "POST", "/v1/web/notas", "/v1/web/notas", true, true},
-      {Destino::kWebFichas, "POST", "/v1/web/fichas", "/v1/web/fichas", true, true},
-      {Destino::kWebTipo, "POST", "/v1/web/tipo/{tipo}", "/v1/web/tipo/([^/]+)", true, true},
+      {Destino::kNotas, "POST", "/v1/notas", "/v1/notas", true, true, true},
+      {Destino::kFichas, "POST", "/v1/fichas", "/v1/fichas", true, true, true},
+      {Destino::kAuto, "POST", "/v1/auto", "/v1/auto", true, true, true},
+      {Destino::kWebNotas, "POST", "/v1/web/notas", "/v1/web/notas", true, true, true},
+      {Destino::kWebFichas, "POST", "/v1/web/fichas", "/v1/web/fichas", true, true, true},
+      {Destino::kWebTipo, "POST", "/v1/web/tipo/{tipo}", "/v1/web/tipo/([^/]+)", true, true, true},
       {Destino::kMensagemNotas, "GET", "/v1/mensagens/notas/{codigo}",
-       "/v1/mensagens/notas/([^/]+)", false, true},
+       "/v1/mensagens/notas/([^/]+)", false, true, true},
       {Destino::kMensagemFichas, "GET", "/v1/mensagens/fichas/{codigo}",
-       "/v1/mensagens/fichas/([^/]+)", false, true},
-      {Destino::kCatalogoNotas, "GET", "/v1/mensagens/notas", "/v1/mensagens/notas", false, true},
-      {Destino::kCatalogoFichas, "GET", "/v1/mensagens/fichas", "/v1/mensagens/fichas", false,
+       "/v1/mensagens/fichas/([^/]+)", false, true, true},
+      {Destino::kCatalogoNotas, "GET", "/v1/mensagens/notas", "/v1/mensagens/notas", false, true,
        true},
-      {Destino::kSaude, "GET", "/saude", "/saude", false, false},
-      {Destino::kMetricas, "GET", "/metricas", "/metricas", false, true},
-      {Destino::kOpenApi, "GET", "/openapi.json", "/openapi.json", false, false},
+      {Destino::kCatalogoFichas, "GET", "/v1/mensagens/fichas", "/v1/mensagens/fichas", false, true,
+       true},
+      {Destino::kSaude, "GET", "/saude", "/saude", false, false, false},
+      {Destino::kMetricas, "GET", "/metricas", "/metricas", false, true, false},
+      {Destino::kOpenApi, "GET", "/openapi.json", "/openapi.json", false, false, false},
   };
   return rotas;
 }

@@ -27,11 +27,12 @@ enum class Destino {
 
 struct Rota {
   Destino destino;
-  const char* metodo;  // "GET" routes answer HEAD as well
-  const char* modelo;  // as the API's description writes the path
-  const char* padrao;  // the path's regular expression, as the HTTP library matches it
-  bool recebeArquivo;  // POST with a file in the body
-  bool protegida;      // needs the bearer token when the service has one
+  const char* metodo;   // "GET" routes answer HEAD as well
+  const char* modelo;   // as the API's description writes the path
+  const char* padrao;   // the path's regular expression, as the HTTP library matches it
+  bool recebeArquivo;   // POST with a file in the body
+  bool protegida;       // needs the bearer token when the service has one
+  bool escolheFormato;  // answers JSON or text/plain, as the Accept header asks
 };
 
 // Every route, in the order they are tried.

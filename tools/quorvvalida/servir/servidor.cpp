@@ -1,6 +1,7 @@
 #include "servidor.hpp"
 
 #include <fcntl.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -16,6 +17,7 @@
 #include <nlohmann/json.hpp>
 
 #include "execucao.hpp"
+#include "openapi.hpp"
 #include "quorvvalida/quorvvalida.hpp"
 #include "recepcao.hpp"
 
@@ -104,6 +106,8 @@ void FechaAoResponder(Response& res) {
   res.body.clear();
   const std::string tipo = res.get_header_value("Content-Type");
   res.headers.erase("Content-Type");
+  res.headers.erase("Keep-Alive");
+  res.headers.erase("Connection");
   res.set_header("Connection", "close");
   res.set_content_provider(
       corpo->size(), tipo,
@@ -144,8 +148,8 @@ std::string PrefixoAleatorio() {
 // directory goes away when the answer is done with it.
 void EnviaArquivo(Response& res, const std::shared_ptr<DiretorioTemporario>& diretorio,
                   const std::string& caminho, const std::string& tipoDeConteudo,
-                  const Configuracao& configuracao,
-                  const std::shared_ptr<std::uint64_t>& enviados) {
+                  const Configuracao& configuracao, const std::shared_ptr<std::uint64_t>& enviados,
+                  const std::atomic<bool>& encerrando) {
   struct Aberto {
     int descritor = -1;
     std::shared_ptr<DiretorioTemporario> diretorio;
@@ -164,10 +168,11 @@ void EnviaArquivo(Response& res, const std::shared_ptr<DiretorioTemporario>& dir
   const auto inicio = Clock::now();
   const double base = configuracao.tempoEscrita;
   const double taxa = static_cast<double>(configuracao.taxaMinima);
+  const auto total = static_cast<std::size_t>(dados.st_size);
   res.set_content_provider(
-      static_cast<std::size_t>(dados.st_size), tipoDeConteudo,
-      [aberto, enviados, inicio, base, taxa](std::size_t desde, std::size_t tamanho,
-                                             httplib::DataSink& sink) {
+      total, tipoDeConteudo,
+      [aberto, enviados, inicio, base, taxa, total, &encerrando](
+          std::size_t desde, std::size_t tamanho, httplib::DataSink& sink) {
         // A client that reads too slowly is let go, as one that sends too slowly is.
         const double permitido = base + static_cast<double>(desde) / taxa;
         if (std::chrono::duration<double>(Clock::now() - inicio).count() > permitido) return false;
@@ -177,7 +182,9 @@ void EnviaArquivo(Response& res, const std::shared_ptr<DiretorioTemporario>& dir
         if (lidos <= 0) return false;
         if (!sink.write(bloco, static_cast<std::size_t>(lidos))) return false;
         *enviados += static_cast<std::uint64_t>(lidos);
-        return true;
+        // While the service stops, the connection ends with this answer (failing after the
+        // last byte is how the library is told to close).
+        return !(encerrando && desde + static_cast<std::size_t>(lidos) == total);
       });
 }
 
@@ -202,6 +209,12 @@ Servidor::Servidor(const Configuracao& configuracao, std::optional<Autorizacao> 
   servidor_.set_read_timeout(segundos(configuracao.tempoLeitura));
   servidor_.set_write_timeout(segundos(configuracao.tempoEscrita));
   servidor_.set_keep_alive_max_count(100);
+  // The listening socket is kept, so that stopping can close it while the connections already
+  // taken are still answered in full.
+  servidor_.set_socket_options([this](socket_t socket) {
+    httplib::default_socket_options(socket);
+    escuta_ = socket;
+  });
   servidor_.set_payload_max_length(configuracao.limiteCorpo);
 
   std::error_code erro;
@@ -230,6 +243,10 @@ Servidor::Servidor(const Configuracao& configuracao, std::optional<Autorizacao> 
       }));
   servidor_.set_exception_handler([this](const Request& req, Response& res, std::exception_ptr) {
     Problema(res, 500, "falha-interna", "falha inesperada ao atender a requisição", TemCorpo(req));
+  });
+  servidor_.set_post_routing_handler([this](const Request&, Response& res) {
+    // While the service stops, each connection ends with the answer it is given.
+    if (encerrando_ && !res.body.empty() && !res.content_provider_) FechaAoResponder(res);
   });
   servidor_.set_logger([this](const Request& req, const Response& res) { Registra(req, res); });
 
@@ -262,12 +279,17 @@ int Servidor::Liga(std::string& erro) {
 }
 
 bool Servidor::Atende() {
-  return servidor_.listen_after_bind();
+  // Stopping makes the library's wait for connections fail, which it reports as a failure.
+  return servidor_.listen_after_bind() || encerrando_;
 }
 
 void Servidor::Para() {
   encerrando_ = true;
-  servidor_.stop();
+  // Shutting the listening socket down ends the wait for new connections; the library then
+  // waits for the connections it has to finish. Its own stop() would cut the answers being
+  // sent short.
+  const int socket = escuta_;
+  if (socket >= 0) ::shutdown(socket, SHUT_RDWR);
 }
 
 std::string Servidor::NovoId() {
@@ -355,6 +377,12 @@ bool Servidor::Triagem(const Request& req, Response& res) {
   }
   const Rota& rota = *encontro.rota;
   contexto.rota = &rota;
+  if (encerrando_ && rota.recebeArquivo) {
+    res.set_header("Retry-After", "1");
+    Problema(res, 503, "servico-ocupado",
+             "o serviço está encerrando; envie a outra instância ou tente de novo", corpo);
+    return false;
+  }
   if (rota.protegida && autorizacao_) {
     const Autorizacao::Resultado resultado =
         autorizacao_->Confere(req.get_header_value("Authorization"));
@@ -375,7 +403,7 @@ bool Servidor::Triagem(const Request& req, Response& res) {
     Problema(res, 400, "parametro-invalido", *erro, corpo);
     return false;
   }
-  if (!NegociaFormato(req.get_header_value("Accept"))) {
+  if (rota.escolheFormato && !NegociaFormato(req.get_header_value("Accept"))) {
     Problema(res, 406, "formato-nao-aceito",
              "as respostas desta rota são application/json ou text/plain", corpo);
     return false;
@@ -557,7 +585,7 @@ void Servidor::Recebe(const Rota& rota, const Request& req, Response& res,
     res.set_header("X-Quorv-Advertencias", std::to_string(resultado.advertencias));
     if (formato == Formato::kTexto) {
       EnviaArquivo(res, diretorio, diretorio->Arquivo("ADVERTENCIAS.TXT"),
-                   "text/plain; charset=windows-1252", configuracao_, enviados);
+                   "text/plain; charset=windows-1252", configuracao_, enviados, encerrando_);
     } else {
       Problema(res, 501, "falha-interna", "JSON ainda não disponível", false);
     }
@@ -578,7 +606,7 @@ void Servidor::Recebe(const Rota& rota, const Request& req, Response& res,
   res.set_header("X-Quorv-Numero-Remessa", ParaCabecalho(resultado.numeroRemessa));
   if (formato == Formato::kTexto) {
     EnviaArquivo(res, diretorio, diretorio->Arquivo(kRetorno), "text/plain; charset=windows-1252",
-                 configuracao_, enviados);
+                 configuracao_, enviados, encerrando_);
   } else {
     Problema(res, 501, "falha-interna", "JSON ainda não disponível", false);
   }
@@ -606,6 +634,9 @@ void Servidor::Consulta(const Rota& rota, const Request& req, Response& res) {
       res.set_content(corpo.dump() + "\n", "application/json");
       return;
     }
+    case Destino::kOpenApi:
+      res.set_content(DescricaoOpenApi(), "application/json");
+      return;
     case Destino::kMetricas:
       res.set_content(metricas_.Texto(admissao_.Consulta()),
                       "text/plain; version=0.0.4; charset=utf-8");

@@ -40,7 +40,8 @@ class Servidor {
   int Liga(std::string& erro);
   // Serves until Para is called, then answers the requests already being handled and returns.
   bool Atende();
-  // Stops taking connections; safe from any thread.
+  // Stops taking connections, and new work on the connections already open; the requests in
+  // progress go on to their answers. Safe from any thread.
   void Para();
 
  private:
@@ -80,6 +81,7 @@ class Servidor {
   Admissao admissao_;
   Metricas metricas_;
   std::atomic<bool> encerrando_{false};
+  std::atomic<int> escuta_{-1};  // the listening socket
 
   const std::string prefixoId_;
   std::atomic<std::uint64_t> contadorId_{0};
