@@ -1,30 +1,53 @@
 #include "execucao.hpp"
 
 #include <fcntl.h>
+#include <sched.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstring>
-#include <filesystem>
-#include <system_error>
+#include <thread>
 #include <vector>
-
-#include "quorvvalida/quorvvalida.hpp"
 
 namespace quorv::servico {
 namespace {
 
-Relogio RelogioDe(const Parametros& parametros) {
-  if (!parametros.hoje) return {};
-  const double hoje = *parametros.hoje;
-  return [hoje] { return hoje; };
-}
-
-bool Existe(const std::string& caminho) {
-  std::error_code erro;
-  return std::filesystem::is_regular_file(caminho, erro);
+// unshare(CLONE_FS) gives the calling thread its own working directory, root and umask; the
+// rest of the process keeps theirs.
+bool DiretorioProprio() {
+  thread_local const bool proprio = ::unshare(CLONE_FS) == 0;
+  return proprio;
 }
 
 }  // namespace
+
+bool EntraNoDiretorio(const std::string& diretorio) {
+  return DiretorioProprio() && ::chdir(diretorio.c_str()) == 0;
+}
+
+bool DiretoriosPorFio(std::string& erro) {
+  int codigo = 0;
+  std::thread teste([&codigo] { codigo = DiretorioProprio() ? 0 : errno; });
+  teste.join();
+  if (codigo != 0) {
+    erro = std::string(
+               "o sistema não dá a cada thread um diretório de trabalho próprio "
+               "(unshare CLONE_FS): ") +
+           std::strerror(codigo);
+  }
+  return codigo == 0;
+}
+
+std::uint64_t ContaQuebras(const char* dados, std::size_t tamanho) {
+  std::uint64_t quebras = 0;
+  const char* const fim = dados + tamanho;
+  for (const void* quebra = std::memchr(dados, '\n', tamanho); quebra != nullptr;) {
+    ++quebras;
+    const char* depois = static_cast<const char*>(quebra) + 1;
+    quebra = std::memchr(depois, '\n', static_cast<std::size_t>(fim - depois));
+  }
+  return quebras;
+}
 
 std::uint64_t ContaLinhas(const std::string& caminho) {
   const int descritor = ::open(caminho.c_str(), O_RDONLY | O_CLOEXEC);
@@ -35,71 +58,11 @@ std::uint64_t ContaLinhas(const std::string& caminho) {
   for (;;) {
     const ssize_t lidos = ::read(descritor, bloco.data(), bloco.size());
     if (lidos <= 0) break;
-    const char* const fim = bloco.data() + lidos;
-    for (const char* p = bloco.data();
-         (p = static_cast<const char*>(std::memchr(p, '\n', static_cast<std::size_t>(fim - p)))) !=
-         nullptr;
-         ++p) {
-      ++linhas;
-    }
-    ultimo = fim[-1];
+    linhas += ContaQuebras(bloco.data(), static_cast<std::size_t>(lidos));
+    ultimo = bloco[static_cast<std::size_t>(lidos) - 1];
   }
   ::close(descritor);
   return linhas + (ultimo != '\n' ? 1 : 0);
-}
-
-ResultadoValidacao Valida(ferramenta::Tipo tipo, const std::string& arquivo,
-                          const std::string& diretorio, const Parametros& parametros) {
-  ResultadoValidacao resultado;
-  resultado.tipo = tipo;
-  if (tipo == ferramenta::Tipo::kNotas) {
-    Validacao validacao;
-    validacao.Hoje = RelogioDe(parametros);
-    resultado.status =
-        validacao.Valida_Dados(arquivo, resultado.numeroRemessa, diretorio, parametros.chaveRemessa,
-                               parametros.chaveProcessamento, parametros.origem,
-                               parametros.servidor, parametros.separador);
-  } else {
-    ValidacaoFichaCadastral validacao;
-    validacao.Hoje = RelogioDe(parametros);
-    resultado.status =
-        validacao.Valida_Fichas(arquivo, resultado.numeroRemessa, diretorio,
-                                parametros.chaveRemessa, parametros.chaveProcessamento,
-                                parametros.origem, parametros.servidor, parametros.separador);
-  }
-  const std::string advertencias = diretorio + "/ADVERTENCIAS.TXT";
-  resultado.temAdvertencias = Existe(advertencias);
-  if (resultado.temAdvertencias) resultado.advertencias = ContaLinhas(advertencias);
-  return resultado;
-}
-
-ResultadoWeb ValidaWeb(std::optional<ferramenta::Tipo> tipo,
-                       const std::optional<std::string>& tipoDoc, const std::string& arquivo,
-                       const std::string& diretorio, const std::string& nomeRetorno,
-                       const Parametros& parametros) {
-  ValidacaoTarnWEB web;
-  web.Hoje = RelogioDe(parametros);
-  if (parametros.tipoArquivo) web.TipoArquivo(*parametros.tipoArquivo);
-  if (parametros.programaChamador) web.ProgramaChamador(*parametros.programaChamador);
-  ResultadoWeb resultado;
-  // The facade glues the directory and the return file's name as they are.
-  const std::string nome = "/" + nomeRetorno;
-  if (tipoDoc) {
-    if (*tipoDoc == "P") resultado.tipo = ferramenta::Tipo::kNotas;
-    if (*tipoDoc == "F") resultado.tipo = ferramenta::Tipo::kFichas;
-    resultado.resultado =
-        web.Valida_TIPO(arquivo, nome, diretorio, resultado.numeroRemessa, *tipoDoc);
-  } else if (tipo == ferramenta::Tipo::kNotas) {
-    resultado.tipo = tipo;
-    resultado.resultado =
-        web.Valida_Dados_Tarnweb(arquivo, nome, diretorio, resultado.numeroRemessa);
-  } else {
-    resultado.tipo = tipo;
-    resultado.resultado =
-        web.Valida_Dados_Ficha_Cadastral(arquivo, nome, diretorio, resultado.numeroRemessa);
-  }
-  resultado.escreveuRetorno = !resultado.resultado && Existe(diretorio + nome);
-  return resultado;
 }
 
 }  // namespace quorv::servico

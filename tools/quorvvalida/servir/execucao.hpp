@@ -1,41 +1,25 @@
-// One request's run of the component, on the file it received, in its own directory.
+// What a request's run needs around the tool's own commands: a working directory of its own for
+// the thread that serves it, and the count of a file's lines.
 #ifndef QUORVVALIDA_TOOLS_SERVIR_EXECUCAO_HPP_
 #define QUORVVALIDA_TOOLS_SERVIR_EXECUCAO_HPP_
 
+#include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string>
-
-#include "../tipo_arquivo.hpp"
-#include "parametros.hpp"
 
 namespace quorv::servico {
 
-struct ResultadoValidacao {
-  ferramenta::Tipo tipo = ferramenta::Tipo::kNotas;
-  std::int16_t status = 0;
-  std::string numeroRemessa;
-  bool temAdvertencias = false;
-  std::uint64_t advertencias = 0;  // lines of the warnings file
-};
+// Makes the calling thread's working directory its own (asked once per thread) and moves it to
+// `diretorio`: the request then runs there as the tool runs in the current directory, and its
+// answers name the files as the tool names them ("./ADVERTENCIAS.TXT"), never by a path of the
+// server. False when the thread cannot have a directory of its own or cannot go there.
+bool EntraNoDiretorio(const std::string& diretorio);
 
-// Valida_Dados or Valida_Fichas on `arquivo`, with `diretorio` as the working directory.
-ResultadoValidacao Valida(ferramenta::Tipo tipo, const std::string& arquivo,
-                          const std::string& diretorio, const Parametros& parametros);
+// True when threads can have working directories of their own on this system.
+bool DiretoriosPorFio(std::string& erro);
 
-struct ResultadoWeb {
-  std::optional<ferramenta::Tipo> tipo;  // nothing when the facade validated nothing
-  bool resultado = false;
-  std::string numeroRemessa;
-  bool escreveuRetorno = false;
-};
-
-// The web facade on `arquivo`: by the kind given, or through Valida_TIPO with `tipoDoc` when
-// one is given. The return file is written as `diretorio` + "/" + `nomeRetorno`.
-ResultadoWeb ValidaWeb(std::optional<ferramenta::Tipo> tipo,
-                       const std::optional<std::string>& tipoDoc, const std::string& arquivo,
-                       const std::string& diretorio, const std::string& nomeRetorno,
-                       const Parametros& parametros);
+// The line feeds in a block of bytes.
+std::uint64_t ContaQuebras(const char* dados, std::size_t tamanho);
 
 // Lines of a file (its line feeds, one more when the last line has none); 0 when it is missing.
 std::uint64_t ContaLinhas(const std::string& caminho);

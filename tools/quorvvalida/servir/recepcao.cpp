@@ -3,9 +3,10 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
+
+#include "execucao.hpp"
 
 namespace quorv::servico {
 namespace {
@@ -50,12 +51,7 @@ bool Recepcao::Recebe(const char* dados, std::size_t tamanho) {
     return false;
   }
   if (tamanho == 0) return true;
-  const char* const fim = dados + tamanho;
-  for (const void* quebra = std::memchr(dados, '\n', tamanho); quebra != nullptr;) {
-    ++quebras_;
-    const char* depois = static_cast<const char*>(quebra) + 1;
-    quebra = std::memchr(depois, '\n', static_cast<std::size_t>(fim - depois));
-  }
+  quebras_ += ContaQuebras(dados, tamanho);
   ultimo_ = dados[tamanho - 1];
   bytes_ += tamanho;
   if (!Grava(dados, tamanho)) {

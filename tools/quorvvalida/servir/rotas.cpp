@@ -39,6 +39,7 @@ const std::vector<Rota>& Rotas() {
       {Destino::kSaude, "GET", "/saude", "/saude", false, false, false},
       {Destino::kMetricas, "GET", "/metricas", "/metricas", false, true, false},
       {Destino::kOpenApi, "GET", "/openapi.json", "/openapi.json", false, false, false},
+      {Destino::kEsquema, "GET", "/esquemas/{nome}", "/esquemas/([^/]+)", false, false, false},
   };
   return rotas;
 }

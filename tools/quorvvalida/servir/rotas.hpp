@@ -23,6 +23,7 @@ enum class Destino {
   kSaude,
   kMetricas,
   kOpenApi,
+  kEsquema,  // a JSON Schema of the tool's objects
 };
 
 struct Rota {

@@ -21,6 +21,7 @@
 #include "http.hpp"
 #include "metricas.hpp"
 #include "parametros.hpp"
+#include "recepcao.hpp"
 #include "rotas.hpp"
 #include "temporario.hpp"
 
@@ -59,14 +60,28 @@ class Servidor {
   // room); false when the answer is already in `res`.
   bool Triagem(const httplib::Request& req, httplib::Response& res);
   void Registra(const httplib::Request& req, const httplib::Response& res);
+  // The routes that receive a file: the upload, the wait for a worker, the run and its answer.
   void Recebe(const Rota& rota, const httplib::Request& req, httplib::Response& res,
               const httplib::ContentReader& leitor);
+  // The answer of a file received and ready in `diretorio`, the thread already there.
+  void Valida(const Rota& rota, const httplib::Request& req, httplib::Response& res,
+              const std::shared_ptr<DiretorioTemporario>& diretorio,
+              std::optional<Admissao::Vaga>& vaga, const Recepcao& recepcao);
+  void ValidaWeb(const Rota& rota, const httplib::Request& req, httplib::Response& res,
+                 const std::shared_ptr<DiretorioTemporario>& diretorio,
+                 std::optional<Admissao::Vaga>& vaga, const Recepcao& recepcao);
   void Consulta(const Rota& rota, const httplib::Request& req, httplib::Response& res);
-
-  // Answers a problem (application/problem+json). With `fechar`, the connection is closed after
-  // the answer, because the request's body was not read to its end.
-  void Problema(httplib::Response& res, int status, const std::string& tipo,
-                const std::string& detalhe, bool fechar) const;
+  // A file of the request's directory as the answer's body, sent a block at a time; the
+  // directory goes away when the answer is done with it.
+  void EnviaArquivo(const httplib::Request& req, httplib::Response& res,
+                    const std::shared_ptr<DiretorioTemporario>& diretorio,
+                    const std::string& caminho, const std::string& tipoDeConteudo);
+  // The bytes the answer to `req` has sent, counted as its pieces go out; and a piece's check
+  // that the client is reading fast enough.
+  std::shared_ptr<std::uint64_t> ContadorDeEnvio(const httplib::Request& req);
+  // The catalogues, read once: every code whose text the catalogue holds.
+  void PreparaCatalogos();
+  bool EnvioNoPrazo(std::chrono::steady_clock::time_point inicio, std::uint64_t enviados) const;
 
   Contexto& AbreContexto(const httplib::Request& req, httplib::Response& res);
   Contexto* ContextoDe(const httplib::Request& req);
@@ -82,6 +97,12 @@ class Servidor {
   Metricas metricas_;
   std::atomic<bool> encerrando_{false};
   std::atomic<int> escuta_{-1};  // the listening socket
+
+  // The catalogues' texts, as JSON arrays of the tool's "mensagem" objects and as text lines.
+  std::string catalogoNotas_;
+  std::string catalogoFichas_;
+  std::string catalogoNotasTexto_;
+  std::string catalogoFichasTexto_;
 
   const std::string prefixoId_;
   std::atomic<std::uint64_t> contadorId_{0};
