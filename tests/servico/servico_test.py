@@ -939,6 +939,37 @@ class Encerramento(unittest.TestCase):
             servico.remove()
 
 
+class LinhaDeComando(unittest.TestCase):
+    def test_ajuda_e_erros_de_uso(self):
+        codigo, saida, _ = cli("servir", "--help")
+        self.assertEqual(codigo, 0)
+        self.assertIn(b"Uso: quorvvalida servir", saida)
+        self.assertIn(b"--limite-corpo BYTES", saida)
+        casos = [
+            (("--porta", "70000"), 2, "--porta: valor inválido '70000'"),
+            (("--limite-corpo", "0"), 2, "--limite-corpo: tamanho inválido '0'"),
+            (("--tempo-leitura", "rapido"), 2, "--tempo-leitura: tempo inválido 'rapido'"),
+            (("--trabalhadores", "0"), 2, "--trabalhadores: valor inválido '0'"),
+            (("--desconhecida",), 2, "opção desconhecida: --desconhecida"),
+            (("--porta", "0", "--token-arquivo", "/nao/existe"), 3,
+             "não foi possível ler o token de /nao/existe"),
+            (("--porta", "0", "--inscricao-lib", "/nao/existe.so"), 3,
+             "não foi possível carregar a biblioteca de inscrição estadual: /nao/existe.so"),
+        ]
+        for argumentos, esperado, mensagem in casos:
+            with self.subTest(argumentos=argumentos):
+                codigo, saida, erros = cli("servir", *argumentos)
+                self.assertEqual(codigo, esperado, erros)
+                self.assertEqual(saida, b"")
+                self.assertIn("quorvvalida servir: " + mensagem, erros.decode())
+        with tempfile.NamedTemporaryFile("w", suffix=".token") as vazio:
+            vazio.write("  \n")
+            vazio.flush()
+            codigo, _, erros = cli("servir", "--porta", "0", "--token-arquivo", vazio.name)
+            self.assertEqual(codigo, 3)
+            self.assertIn("o arquivo de token está vazio", erros.decode())
+
+
 class Pagina(unittest.TestCase):
     def test_pagina_instalada_e_ausente(self):
         pasta = tempfile.mkdtemp(prefix="servico-pagina-")
