@@ -80,6 +80,9 @@ Servidor::Servidor(const Configuracao& configuracao, std::optional<Autorizacao> 
   servidor_.set_read_timeout(segundos(configuracao.tempoLeitura));
   servidor_.set_write_timeout(segundos(configuracao.tempoEscrita));
   servidor_.set_keep_alive_max_count(100);
+  // Answers sent in pieces (a chunk's size, its bytes, its end) go out at once, not held back
+  // waiting for the client's acknowledgement of the previous piece.
+  servidor_.set_tcp_nodelay(true);
   // The listening socket is kept, so that stopping can close it while the connections already
   // taken are still answered in full.
   servidor_.set_socket_options([this](socket_t socket) {
