@@ -142,43 +142,6 @@ bool IdentificadorAceitavel(std::string_view id) {
   return true;
 }
 
-bool Utf8Valido(std::string_view texto) {
-  std::size_t i = 0;
-  while (i < texto.size()) {
-    const auto byte = static_cast<unsigned char>(texto[i]);
-    std::size_t seguintes = 0;
-    std::uint32_t ponto = 0;
-    if (byte < 0x80) {
-      ++i;
-      continue;
-    } else if ((byte & 0xe0) == 0xc0) {
-      seguintes = 1;
-      ponto = byte & 0x1f;
-    } else if ((byte & 0xf0) == 0xe0) {
-      seguintes = 2;
-      ponto = byte & 0x0f;
-    } else if ((byte & 0xf8) == 0xf0) {
-      seguintes = 3;
-      ponto = byte & 0x07;
-    } else {
-      return false;
-    }
-    if (i + seguintes >= texto.size()) return false;
-    for (std::size_t k = 1; k <= seguintes; ++k) {
-      const auto continuacao = static_cast<unsigned char>(texto[i + k]);
-      if ((continuacao & 0xc0) != 0x80) return false;
-      ponto = (ponto << 6) | (continuacao & 0x3f);
-    }
-    // Overlong forms, surrogates and points beyond U+10FFFF are not UTF-8.
-    static constexpr std::uint32_t kMinimo[] = {0, 0x80, 0x800, 0x10000};
-    if (ponto < kMinimo[seguintes] || ponto > 0x10ffff || (ponto >= 0xd800 && ponto <= 0xdfff)) {
-      return false;
-    }
-    i += seguintes + 1;
-  }
-  return true;
-}
-
 std::string ParaRegistro(std::string_view caminho) {
   const std::string escapado = ParaCabecalho(caminho.substr(0, 200));
   return caminho.size() > 200 ? escapado + "..." : escapado;

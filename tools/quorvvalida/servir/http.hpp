@@ -27,9 +27,6 @@ std::string ParaCabecalho(std::string_view texto);
 // A request id a client may choose: 1 to 128 letters, digits and . _ : -.
 bool IdentificadorAceitavel(std::string_view id);
 
-// True when the bytes are well-formed UTF-8.
-bool Utf8Valido(std::string_view texto);
-
 // A path as a log line may show it: at most 200 bytes, bytes outside printable ASCII as %XX.
 std::string ParaRegistro(std::string_view caminho);
 

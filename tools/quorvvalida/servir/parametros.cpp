@@ -17,8 +17,9 @@ std::optional<std::string> LeParametros(const std::multimap<std::string, std::st
                              : "parâmetro desconhecido: " + ParaRegistro(nome);
     }
     if (consulta.count(nome) > 1) return "o parâmetro " + nome + " foi dado mais de uma vez";
+    // Texts go to the library as the tool's arguments do: UTF-8, and what is not UTF-8 becomes
+    // "?" in the files.
     const std::string& valor = it->second;
-    if (!Utf8Valido(valor)) return "o parâmetro " + nome + " não está em UTF-8";
     // The values follow the rules of the tool's options of the same names.
     if (nome == "chave_remessa" || nome == "chave_processamento") {
       const std::optional<double> chave = ferramenta::LeChave(valor);
