@@ -29,6 +29,7 @@ PROGRAMA = GERADOR = AMOSTRAS = INSCRICAO = None
 # The files every comparison runs on: the samples and generated files of both kinds.
 ARQUIVOS = {}
 ESPERA = 30  # seconds any single wait may take before the test fails
+JSON = "application/json; charset=utf-8"
 
 
 def binario(caminho):
@@ -412,7 +413,7 @@ class Validacao(ComServico):
         contexto = f"{rota}?{consulta} {nome} multipart={multipart}"
         resposta = self.servico.valida(rota, binario(caminho), consulta, multipart, aceita=None)
         self.assertEqual(resposta.status, 200, contexto)
-        self.assertEqual(resposta.cabecalho("Content-Type"), "application/json")
+        self.assertEqual(resposta.cabecalho("Content-Type"), JSON)
         self.assertEqual(resposta.corpo, objeto, contexto)
         resposta = self.servico.valida(rota, binario(caminho), consulta, multipart)
         self.assertEqual(resposta.status, 200, contexto)
@@ -471,7 +472,7 @@ class Validacao(ComServico):
                         resposta = self.servico.valida(rota, binario(ARQUIVOS[nome]), consulta,
                                                        multipart, aceita=None)
                         self.assertEqual(resposta.status, 200)
-                        self.assertEqual(resposta.cabecalho("Content-Type"), "application/json")
+                        self.assertEqual(resposta.cabecalho("Content-Type"), JSON)
                         sem_texto, texto = sem_texto_retorno(resposta.corpo)
                         self.assertEqual(sem_texto, objeto)
                         self.assertEqual(texto, retorno.decode("cp1252") if retorno else None)

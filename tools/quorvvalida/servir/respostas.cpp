@@ -36,6 +36,10 @@ constexpr const char* kObjetoWeb = "web.json";
 constexpr std::uintmax_t kMaiorObjetoLido = 16 * 1024 * 1024;
 
 constexpr const char* kTextoWindows1252 = "text/plain; charset=windows-1252";
+// JSON answers are not compressed by the service: the HTTP library compresses answers labelled
+// exactly application/json, and with brotli at its slowest setting, which takes minutes over a
+// large answer. A reverse proxy in front compresses them (see the README).
+constexpr const char* kJson = "application/json; charset=utf-8";
 
 // A failure of the library that is the server's (its disk, its memory), not the file's: it is
 // answered as an error of the service, with the kind the tool gives it.
@@ -211,8 +215,7 @@ void Servidor::Valida(const Rota& rota, const Request& req, Response& res,
   const std::shared_ptr<std::uint64_t> enviados = ContadorDeEnvio(req);
   const auto inicio = Clock::now();
   res.set_chunked_content_provider(
-      "application/json",
-      [this, resultado, diretorio, enviados, inicio](std::size_t, httplib::DataSink& sink) {
+      kJson, [this, resultado, diretorio, enviados, inicio](std::size_t, httplib::DataSink& sink) {
         ferramenta::json_v1::Escritor escritor([&](std::string_view bytes) {
           if (!EnvioNoPrazo(inicio, *enviados) || !sink.write(bytes.data(), bytes.size())) {
             return false;
@@ -282,7 +285,7 @@ void Servidor::ValidaWeb(const Rota& rota, const Request& req, Response& res,
     }
   }
   if (!texto) {
-    EnviaArquivo(req, res, diretorio, kObjetoWeb, "application/json");
+    EnviaArquivo(req, res, diretorio, kObjetoWeb, kJson);
     return;
   }
   // Without the return file's text, the object is small: its fields go in the headers.
@@ -383,7 +386,7 @@ void Servidor::Consulta(const Rota& rota, const Request& req, Response& res) {
         res.set_content(nlohmann::json::parse(objeto).value("mensagem", std::string()) + "\n",
                         "text/plain; charset=utf-8");
       } else {
-        res.set_content(objeto, "application/json");
+        res.set_content(objeto, kJson);
       }
       return;
     }
@@ -394,7 +397,7 @@ void Servidor::Consulta(const Rota& rota, const Request& req, Response& res) {
         res.set_content(notas ? catalogoNotasTexto_ : catalogoFichasTexto_,
                         "text/plain; charset=utf-8");
       } else {
-        res.set_content(notas ? catalogoNotas_ : catalogoFichas_, "application/json");
+        res.set_content(notas ? catalogoNotas_ : catalogoFichas_, kJson);
       }
       return;
     }
@@ -416,7 +419,7 @@ void Servidor::Consulta(const Rota& rota, const Request& req, Response& res) {
       if (!pronto) {
         res.set_header("Retry-After", std::to_string(admissao_.SegundosParaTentarDeNovo()));
       }
-      res.set_content(corpo.dump() + "\n", "application/json");
+      res.set_content(corpo.dump() + "\n", kJson);
       return;
     }
     case Destino::kMetricas:
@@ -425,7 +428,7 @@ void Servidor::Consulta(const Rota& rota, const Request& req, Response& res) {
       return;
     case Destino::kOpenApi: {
       const std::string_view documento = DescricaoOpenApi();
-      res.set_content(documento.data(), documento.size(), "application/json");
+      res.set_content(documento.data(), documento.size(), kJson);
       return;
     }
     case Destino::kEsquema: {
@@ -436,7 +439,7 @@ void Servidor::Consulta(const Rota& rota, const Request& req, Response& res) {
                          "não há esquema chamado " + ParaRegistro(nome), false);
         return;
       }
-      res.set_content(esquema->data(), esquema->size(), "application/json");
+      res.set_content(esquema->data(), esquema->size(), kJson);
       return;
     }
     default:

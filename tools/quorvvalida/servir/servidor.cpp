@@ -149,7 +149,12 @@ int Servidor::Liga(std::string& erro) {
   if (porta < 0) {
     erro = fmt::format("não foi possível escutar em {}:{}", configuracao_.endereco,
                        configuracao_.porta);
+    return porta;
   }
+  // The library listens with a queue of 5 connections not yet accepted; a burst of clients
+  // would find it full and some be refused. Listening again only makes the queue longer (the
+  // system caps it at net.core.somaxconn).
+  ::listen(escuta_, 1024);
   return porta;
 }
 
