@@ -88,6 +88,16 @@ std::string MensagemDeUso(const CLI::App& app, const CLI::Error& erro,
   return "uso incorreto da linha de comando";
 }
 
+std::string MensagemDoErro(const CLI::App& app, const CLI::ParseError& erro) {
+  std::ostringstream saida;
+  std::ostringstream erros;
+  app.exit(erro, saida, erros);
+  std::string mensagem = erros.str();
+  while (!mensagem.empty() && mensagem.back() == '\n')
+    mensagem.pop_back();
+  return mensagem;
+}
+
 void UsaMensagensEmPortugues(CLI::App& app, const std::vector<std::string>& argumentos) {
   app.failure_message([argumentos](const CLI::App* comando, const CLI::Error& erro) {
     // The hook may be called on a command: the message is built from the whole program.

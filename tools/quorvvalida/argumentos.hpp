@@ -29,6 +29,9 @@ class FormatadorPortugues : public CLI::Formatter {
 std::string MensagemDeUso(const CLI::App& app, const CLI::Error& erro,
                           const std::vector<std::string>& argumentos);
 
+// The message of a parse error as the program's failure hook writes it, in one line.
+std::string MensagemDoErro(const CLI::App& app, const CLI::ParseError& erro);
+
 // Installs MensagemDeUso as the failure hook of the program and its commands.
 void UsaMensagensEmPortugues(CLI::App& app, const std::vector<std::string>& argumentos);
 

@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <charconv>
 #include <map>
-#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -365,12 +364,7 @@ int Executa(int argc, char** argv) {
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& erro) {
-    std::ostringstream saida;
-    std::ostringstream erros;
-    app.exit(erro, saida, erros);
-    std::string mensagem = erros.str();
-    while (!mensagem.empty() && mensagem.back() == '\n')
-      mensagem.pop_back();
+    const std::string mensagem = quorv::ferramenta::MensagemDoErro(app, erro);
     gerais.json = opcaoJson->count() > 0;
     Relator relator(gerais);
     return relator.Encerra(relator.Falha(
