@@ -767,6 +767,10 @@ std::pair<long, int> PicoDeMemoria(const std::string& comando) {
 
 // The warnings of a large run are listed as they are read: memory stays bounded.
 TEST_F(Programa, AdvertenciasEmJsonComMemoriaLimitada) {
+#if defined(__SANITIZE_ADDRESS__)
+  GTEST_SKIP() << "sob o AddressSanitizer a memória do programa inclui a quarentena e a sombra do "
+                  "próprio sanitizador";
+#endif
   const std::string arquivo = Gerado("fichas", 60000, true);
   Executa({"fichas", arquivo, "-d", Trabalho(), "-q"});
   const std::uintmax_t tamanho = fs::file_size(fs::u8path(Advertencias()));

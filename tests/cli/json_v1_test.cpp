@@ -32,6 +32,13 @@ std::string LinhaDeAdvertencia(int codigo, const std::string& tr, int linha, cha
   return std::to_string(codigo) + s + "0" + s + "0" + s + registro + s + numero + "\r\n";
 }
 
+// A warnings file of `quantas` warnings 153, one per line from 1.
+void GravaAdvertencias(const std::string& caminho, int quantas) {
+  std::ofstream arquivo(caminho, std::ios::binary);
+  for (int i = 1; i <= quantas; ++i)
+    arquivo << LinhaDeAdvertencia(153, "15", i, '#');
+}
+
 class JsonV1 : public ::testing::Test {
  protected:
   std::string Escreve(const std::function<bool(json_v1::Escritor&)>& escreve) {
@@ -126,11 +133,7 @@ TEST_F(JsonV1, WebSemTipoComErroETextoQueNaoEUtf8) {
 // as one whole object.
 TEST_F(JsonV1, AdvertenciasSaemEmPedacosLimitados) {
   const std::string advertencias = diretorio.Arquivo("ADVERTENCIAS.TXT");
-  {
-    std::ofstream arquivo(advertencias, std::ios::binary);
-    for (int i = 1; i <= 20000; ++i)
-      arquivo << LinhaDeAdvertencia(153, "15", i, '#');
-  }
+  GravaAdvertencias(advertencias, 20000);
   ResultadoValidacao resultado;
   resultado.caminhoAdvertencias = advertencias;
   resultado.codigoSaida = 1;
@@ -153,11 +156,7 @@ TEST_F(JsonV1, AdvertenciasSaemEmPedacosLimitados) {
 // is false.
 TEST_F(JsonV1, EscritaQueFalhaParaTudo) {
   const std::string advertencias = diretorio.Arquivo("ADVERTENCIAS.TXT");
-  {
-    std::ofstream arquivo(advertencias, std::ios::binary);
-    for (int i = 1; i <= 5000; ++i)
-      arquivo << LinhaDeAdvertencia(153, "15", i, '#');
-  }
+  GravaAdvertencias(advertencias, 5000);
   ResultadoValidacao resultado;
   resultado.caminhoAdvertencias = advertencias;
   int chamadas = 0;

@@ -34,28 +34,14 @@ class UltimaFalha : public ::testing::Test {
 
   // An invoice file with one warning 153 for each of its items before the note.
   std::string NotasComAdvertencias(int itens) {
-    ArquivoNotas arquivo;
-    arquivo.CabecalhoV1();
-    arquivo.TR01();
-    for (int i = 0; i < itens; ++i)
-      arquivo.Novo("15");
-    arquivo.TR10Valido();
-    arquivo.Novo("15");
-    arquivo.TR98();
-    arquivo.TR99();
     return entradas.Grava(entrada.Arquivo("notas-" + std::to_string(itens) + ".txt"),
-                          JuntaLinhas(arquivo.Linhas()));
+                          JuntaLinhas(NotasComItensAntesDaNota(itens)));
   }
 
   // A form file with one warning 10 for each of its records before any request.
   std::string FichasComAdvertencias(int registros) {
-    ArquivoFichas arquivo;
-    arquivo.Cabecalho();
-    for (int i = 0; i < registros; ++i)
-      arquivo.Novo("196");
-    arquivo.Trailer();
     return entradas.Grava(entrada.Arquivo("fichas-" + std::to_string(registros) + ".txt"),
-                          JuntaLinhas(arquivo.Linhas()));
+                          JuntaLinhas(FichasComRegistrosForaDeSolicitacao(registros)));
   }
 
   DiretorioTemporario entrada;

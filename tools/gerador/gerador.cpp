@@ -1,6 +1,5 @@
 // quorvvalida-gerador: writes invoice or registration-form files of the size asked for.
 #include <cstdio>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -56,12 +55,7 @@ int Executa(int argc, char** argv) {
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& erro) {
-    std::ostringstream fora;
-    std::ostringstream erros;
-    app.exit(erro, fora, erros);
-    std::string mensagem = erros.str();
-    while (!mensagem.empty() && mensagem.back() == '\n')
-      mensagem.pop_back();
+    const std::string mensagem = quorv::ferramenta::MensagemDoErro(app, erro);
     return Falha(mensagem + "; veja 'quorvvalida-gerador --help'", kUsoIncorreto);
   }
   if (ajuda) {

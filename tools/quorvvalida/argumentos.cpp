@@ -43,6 +43,37 @@ std::string FormatadorPortugues::make_usage(const CLI::App* app, std::string nam
   return uso_ + "\n";
 }
 
+std::string FormatadorPortugues::make_option_desc(const CLI::Option* opcao) const {
+  return Quebra(opcao->get_description(), kLargura - get_column_width());
+}
+
+std::string Quebra(const std::string& texto, std::size_t largura) {
+  // Characters, not bytes: a byte that continues a UTF-8 character takes no column.
+  const auto colunas = [](const std::string& parte) {
+    std::size_t total = 0;
+    for (const char c : parte)
+      total += (static_cast<unsigned char>(c) & 0xC0) != 0x80 ? 1 : 0;
+    return total;
+  };
+  std::string resultado;
+  std::size_t linha = 0;
+  std::istringstream palavras(texto);
+  std::string palavra;
+  while (palavras >> palavra) {
+    const std::size_t tamanho = colunas(palavra);
+    if (linha > 0 && linha + 1 + tamanho > largura) {
+      resultado += '\n';
+      linha = 0;
+    } else if (linha > 0) {
+      resultado += ' ';
+      ++linha;
+    }
+    resultado += palavra;
+    linha += tamanho;
+  }
+  return resultado;
+}
+
 std::string MensagemDeUso(const CLI::App& app, const CLI::Error& erro,
                           const std::vector<std::string>& argumentos) {
   // The kind of error by its class: its name field holds other things for some of them.
@@ -86,6 +117,16 @@ std::string MensagemDeUso(const CLI::App& app, const CLI::Error& erro,
     return "falta um argumento obrigatório";
   }
   return "uso incorreto da linha de comando";
+}
+
+std::string MensagemDoErro(const CLI::App& app, const CLI::ParseError& erro) {
+  std::ostringstream saida;
+  std::ostringstream erros;
+  app.exit(erro, saida, erros);
+  std::string mensagem = erros.str();
+  while (!mensagem.empty() && mensagem.back() == '\n')
+    mensagem.pop_back();
+  return mensagem;
 }
 
 void UsaMensagensEmPortugues(CLI::App& app, const std::vector<std::string>& argumentos) {

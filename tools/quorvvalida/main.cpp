@@ -1,7 +1,6 @@
 // quorvvalida: validates producer-invoice and registration-form files from the command line.
 #include <algorithm>
 #include <map>
-#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -166,6 +165,7 @@ CLI::App* Comando(CLI::App& pai, const char* nome, const char* descricao, const 
                   const char* grupo = "Comandos") {
   CLI::App* comando = pai.add_subcommand(nome, descricao);
   comando->formatter(std::make_shared<quorv::ferramenta::FormatadorPortugues>(uso));
+  comando->option_defaults()->group("Opções");
   comando->group(grupo);
   comando->fallthrough();
   return comando;
@@ -173,12 +173,14 @@ CLI::App* Comando(CLI::App& pai, const char* nome, const char* descricao, const 
 
 int Executa(int argc, char** argv) {
   const std::vector<std::string> palavras(argv + 1, argv + argc);
-  CLI::App app(fmt::format("quorvvalida {}: valida arquivos de notas fiscais de produtor (linhas "
-                           "de 160 caracteres) e de ficha cadastral (linhas de 260 caracteres). "
-                           "Cada problema vira uma linha de ADVERTENCIAS.TXT no diretório de "
-                           "trabalho.",
-                           quorv::kVersao),
-               "quorvvalida");
+  CLI::App app(
+      quorv::ferramenta::Quebra(
+          fmt::format("quorvvalida {}: valida arquivos de notas fiscais de produtor (linhas de 160 "
+                      "caracteres) e de ficha cadastral (linhas de 260 caracteres). Cada problema "
+                      "vira uma linha de ADVERTENCIAS.TXT no diretório de trabalho.",
+                      quorv::kVersao),
+          quorv::ferramenta::FormatadorPortugues::kLargura),
+      "quorvvalida");
   app.formatter(std::make_shared<quorv::ferramenta::FormatadorPortugues>(kUso));
   quorv::ferramenta::UsaMensagensEmPortugues(app, palavras);
   app.set_help_flag();
@@ -228,10 +230,12 @@ int Executa(int argc, char** argv) {
   std::string tarefas;
   // The files given without a command; a command takes its own.
   std::vector<std::string> arquivosSoltos;
-  const CLI::Option* opcaoArquivosSoltos = app.add_option(
-      "ARQUIVO", arquivosSoltos,
-      "arquivos a validar, cada um do tipo que a primeira linha diz (160 ou 260 caracteres); - "
-      "lê da entrada padrão");
+  const CLI::Option* opcaoArquivosSoltos =
+      app.add_option("ARQUIVO", arquivosSoltos,
+                     "arquivos a validar, cada um do tipo que a primeira linha diz (160 ou 260 "
+                     "caracteres); - "
+                     "lê da entrada padrão")
+          ->type_name("");
   const std::vector<CLI::Option*> opcoesDeValidacao =
       OpcoesDeValidacao(app, validacao, chaveRemessa, chaveProcessamento, lote, tarefas);
 
@@ -246,7 +250,8 @@ int Executa(int argc, char** argv) {
                             "[opções]\n\nOpções gerais (--json, -q, --hoje...): quorvvalida "
                             "--help",
                             nome));
-    comando->add_option("ARQUIVO", lote.arquivos, "arquivos a validar; - lê da entrada padrão");
+    comando->add_option("ARQUIVO", lote.arquivos, "arquivos a validar; - lê da entrada padrão")
+        ->type_name("");
     OpcoesDeValidacao(*comando, validacao, chaveRemessa, chaveProcessamento, lote, tarefas);
     comando->footer("\n" + TabelaDeSaida());
     comandos[nome] = comando;
@@ -264,7 +269,7 @@ int Executa(int argc, char** argv) {
       "e\n"
       "trailer continuam verificados), e um arquivo de fichas sem programa chamador (e sem\n"
       "--tipo-arquivo RET) só passa pelas regras de estrutura, sem as verificações de campos.");
-  comandoWeb->add_option("ARQUIVO", web.arquivo, "arquivo a validar");
+  comandoWeb->add_option("ARQUIVO", web.arquivo, "arquivo a validar")->type_name("");
   comandoWeb
       ->add_option("-r,--retorno", web.retorno,
                    "arquivo de retorno: um nome relativo fica dentro de DIR; um caminho absoluto "
@@ -304,11 +309,14 @@ int Executa(int argc, char** argv) {
     CLI::App* comando = Comando(
         app, nome, descricao,
         fmt::format("Uso: quorvvalida {} notas|fichas {}", nome, mensagem ? "CODIGO" : "ARQUIVO"));
-    comando->footer(mensagem ? "\nSaída: 0 código do catálogo, 1 código que o catálogo não "
-                               "tem (o texto é a resposta padrão do catálogo), 2 uso incorreto."
-                             : "\nLê o arquivo separado por #, como a fachada web o lê. Saída: "
-                               "0 listado, 2 uso incorreto, 3 arquivo ausente ou que não é um "
-                               "arquivo de advertências do tipo pedido.");
+    comando->footer(
+        "\n" + quorv::ferramenta::Quebra(
+                   mensagem ? "Saída: 0 código do catálogo, 1 código que o catálogo não tem (o "
+                              "texto é a resposta padrão do catálogo), 2 uso incorreto."
+                            : "Lê o arquivo separado por #, como a fachada web o lê. Saída: 0 "
+                              "listado, 2 uso incorreto, 3 arquivo ausente ou que não é um "
+                              "arquivo de advertências do tipo pedido.",
+                   quorv::ferramenta::FormatadorPortugues::kLargura));
     comandos[nome] = comando;
     for (const char* tipo : {"notas", "fichas"}) {
       CLI::App* doTipo = Comando(
@@ -319,6 +327,7 @@ int Executa(int argc, char** argv) {
       CLI::Option* opcao =
           doTipo->add_option(mensagem ? "CODIGO" : "ARQUIVO", argumento,
                              mensagem ? "código de advertência" : "arquivo de advertências");
+      opcao->type_name("");
       if (mensagem) opcao->check(ValidadorCodigo());
       tipos[std::string(nome) + " " + tipo] = doTipo;
     }
@@ -327,12 +336,7 @@ int Executa(int argc, char** argv) {
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& erro) {
-    std::ostringstream saida;
-    std::ostringstream erros;
-    app.exit(erro, saida, erros);
-    std::string mensagem = erros.str();
-    while (!mensagem.empty() && mensagem.back() == '\n')
-      mensagem.pop_back();
+    const std::string mensagem = quorv::ferramenta::MensagemDoErro(app, erro);
     gerais.json = opcaoJson->count() > 0;
     Relator relator(gerais);
     return relator.Encerra(relator.Falha(
