@@ -56,8 +56,10 @@ FuncaoBiblioteca CarregaBiblioteca(const std::string& caminho) {
   const std::wstring largo = std::filesystem::u8path(caminho).wstring();
   HMODULE modulo = LoadLibraryW(largo.c_str());
   if (modulo == nullptr) return nullptr;
-  auto funcao =
-      reinterpret_cast<FuncaoBiblioteca>(GetProcAddress(modulo, "ConsisteInscricaoEstadual"));
+  // GetProcAddress answers a generic function pointer; the cast goes through void (*)(), the
+  // type that stands for "any function", on its way to the library's real signature.
+  auto funcao = reinterpret_cast<FuncaoBiblioteca>(
+      reinterpret_cast<void (*)()>(GetProcAddress(modulo, "ConsisteInscricaoEstadual")));
   if (funcao == nullptr) FreeLibrary(modulo);
   return funcao;
 #else
