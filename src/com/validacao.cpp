@@ -1,0 +1,84 @@
+// Validacao: the producer-invoice validator, with its Progress event.
+#include <string>
+
+#include "QuorvValida.h"
+#include "classes.hpp"
+#include "eventos.hpp"
+#include "objeto.hpp"
+#include "quorvvalida/validacao.hpp"
+#include "texto.hpp"
+
+namespace quorv::com {
+namespace {
+
+// Progress's DISPID in __Validacao, as the type library declares it.
+constexpr DISPID kProgress = 1;
+
+class ValidacaoCom final : public Automacao<_Validacao> {
+ public:
+  ValidacaoCom()
+      : Automacao(IID__Validacao, CLSID_Validacao, DIID___Validacao),
+        eventos_(Identidade(), DIID___Validacao) {
+    // The run yields to the host's messages each time it raises the event, then the event goes
+    // to every connected sink with the percentage by reference.
+    validacao_.Progress = [this](double& dPorcentagem) {
+      Protegido([&] {
+        AtendeMensagens();
+        eventos_.Ponto().Dispara(kProgress, dPorcentagem);
+      });
+    };
+  }
+
+  HRESULT STDMETHODCALLTYPE Valida_Dados(BSTR sArquivoRemessa, BSTR* nNumeroRemessa,
+                                         BSTR sDiretorioTrabalho, double nChaveRemessa,
+                                         double nChaveProcessamento, BSTR sOrigemChamada,
+                                         BSTR sNomeServidor, BSTR sCaracterSeparador,
+                                         short* resultado) override {
+    if (nNumeroRemessa == nullptr || resultado == nullptr) return E_POINTER;
+    *resultado = 9;
+    // A host that starts another run on this object from a message handled during a run gets
+    // 9 and leaves the run in progress alone.
+    if (emExecucao_) return S_OK;
+    emExecucao_ = true;
+    Protegido([&] {
+      std::string numero = Utf8(*nNumeroRemessa);
+      *resultado = validacao_.Valida_Dados(Utf8(sArquivoRemessa), numero, Utf8(sDiretorioTrabalho),
+                                           nChaveRemessa, nChaveProcessamento, Utf8(sOrigemChamada),
+                                           Utf8(sNomeServidor), Utf8(sCaracterSeparador));
+      Substitui(nNumeroRemessa, numero);
+    });
+    emExecucao_ = false;
+    return S_OK;
+  }
+
+  HRESULT STDMETHODCALLTYPE Gravar_Erro(long lCodErro, double* dLINHA,
+                                        VARIANT_BOOL* resultado) override {
+    if (resultado == nullptr) return E_POINTER;
+    *resultado = VARIANT_FALSE;
+    return Protegido([&] {
+      const double linha = dLINHA == nullptr ? 0 : *dLINHA;
+      *resultado = validacao_.Gravar_Erro(lCodErro, linha) ? VARIANT_TRUE : VARIANT_FALSE;
+    });
+  }
+
+ protected:
+  void* OutraInterface(REFIID iid) override {
+    if (IsEqualIID(iid, IID_IConnectionPointContainer)) {
+      return static_cast<IConnectionPointContainer*>(&eventos_);
+    }
+    return nullptr;
+  }
+
+ private:
+  quorv::Validacao validacao_;
+  ContainerDeEventos eventos_;
+  bool emExecucao_ = false;
+};
+
+}  // namespace
+
+HRESULT CriaValidacao(REFIID iid, void** objeto) {
+  return Cria<ValidacaoCom>(iid, objeto);
+}
+
+}  // namespace quorv::com
