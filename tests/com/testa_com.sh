@@ -10,11 +10,13 @@
 #   direto       the DLL loaded by path, without DllInscE32.dll beside it, against the command line
 #                without a state-registration library
 #   usuario      regsvr32 /n /i:user registers under HKCU and removes all of it again
+#   pacote       the zip for Windows users, unpacked, registered for the user by its
+#                registrar.cmd, used, and unregistered by its desregistrar.cmd
 #   desregistra  regsvr32 /u leaves no key of the component behind
 # Environment (set by CMake): QV_WINE (the loader of this bitness), QV_PREFIXO, QV_DLL,
 # QV_INSCRICAO (the Windows DllInscE32.dll), QV_CLIENTES (folder of the test programs),
 # QV_SCRIPTS (folder of the scripts), QV_IDL, QV_AMOSTRAS, QV_NATIVO (the Linux build folder),
-# QV_SISTEMA (system32 or syswow64).
+# QV_SISTEMA (system32 or syswow64), QV_ZIP.
 set -euo pipefail
 
 export WINEPREFIX="$QV_PREFIXO"
@@ -173,7 +175,8 @@ for a in json.load(sys.stdin)["advertencias"]:
       ;;
     todas)
       dir=$(pasta todas)
-      cscript "todas.js" "$dados\\notas-limpo.txt" "$dados\\fichas-com-defeitos.txt" "$dir"
+      cscript "todas.js" "$dados\\notas-limpo.txt" "$dados\\fichas-com-defeitos.txt" "$dir" \
+        'C:\QuorvValida\QuorvValida.dll'
       ;;
     *) falha "script desconhecido: $nome" ;;
   esac
@@ -337,6 +340,31 @@ usuario() {
   echo "registro do usuário: $(wc -l <<<"$chaves") linhas escritas e removidas"
 }
 
+pacote() {
+  local destino="$c/Pacote" ramo='HKEY_CURRENT_USER\Software\Classes'
+  rm -rf "$destino"
+  mkdir -p "$destino"
+  unzip -q "$QV_ZIP" -d "$destino"
+  local pasta
+  pasta=$(basename "$QV_ZIP" .zip)
+  for arquivo in QuorvValida.dll QuorvValida.tlb QuorvValida.idl QuorvValida.h QuorvValida_i.c \
+    registrar.cmd desregistrar.cmd LEIA-ME.txt exemplo/DllInscE32.dll; do
+    [[ -f "$destino/$pasta/$arquivo" ]] || falha "o pacote não tem $arquivo"
+  done
+  [[ ! -e "$destino/$pasta/DllInscE32.dll" ]] || falha "a biblioteca de exemplo está ao lado da DLL"
+  cmp "$destino/$pasta/QuorvValida.dll" "$QV_DLL" || falha "a DLL do pacote não é a construída"
+  local saida
+  saida=$(wine_ cmd /c "C:\\Pacote\\$pasta\\registrar.cmd" usuario 2>&1 | tr -d '\r')
+  echo "$saida"
+  grep -q "QuorvValida registrado" <<<"$saida" || falha "registrar.cmd usuario falhou"
+  chaves_do_componente "$ramo" | grep -qi "Pacote" || falha "o registro não aponta para o pacote"
+  cscript "caminhos.vbs" "$dados\\notas-limpo.txt" "$trabalho"
+  saida=$(wine_ cmd /c "C:\\Pacote\\$pasta\\desregistrar.cmd" usuario 2>&1 | tr -d '\r')
+  echo "$saida"
+  grep -q "Registro do QuorvValida removido" <<<"$saida" || falha "desregistrar.cmd usuario falhou"
+  [[ -z "$(chaves_do_componente "$ramo")" ]] || falha "desregistrar.cmd deixou chaves"
+}
+
 desregistra() {
   wine_ regsvr32 /s /u 'C:\QuorvValida\QuorvValida.dll' || falha "regsvr32 /u terminou com $?"
   local restos
@@ -348,6 +376,8 @@ desregistra() {
 etapa=$1
 shift
 case "$etapa" in
-  prepara | script | tipos | eventos | identico | direto | usuario | desregistra) "$etapa" "$@" ;;
+  prepara | script | tipos | eventos | identico | direto | usuario | pacote | desregistra)
+    "$etapa" "$@"
+    ;;
   *) falha "etapa desconhecida: $etapa" ;;
 esac

@@ -1,6 +1,7 @@
 // Every class through JScript, which passes every argument by value (it has no ByRef) and numbers
 // as it holds them: the component's ByRef parameters take those values too. Arguments: the clean
-// invoice file, the faulty form file, a working folder. Ends with FIM and the failure count.
+// invoice file, the faulty form file, a working folder, the registered DLL. Ends with FIM and the
+// failure count.
 var fso = new ActiveXObject("Scripting.FileSystemObject");
 var falhas = 0;
 
@@ -26,6 +27,9 @@ function erroDe(chamada) {
 var notas = WScript.Arguments(0);
 var fichas = WScript.Arguments(1);
 var trabalho = WScript.Arguments(2);
+
+// The DLL's version resource, as Windows shows it in the file's properties.
+confere("versao da DLL", fso.GetFileVersion(WScript.Arguments(3)), "1.1.0.1");
 
 var v = new ActiveXObject("QuorvValida.Validacao");
 confere("Valida_Dados com os opcionais omitidos", v.Valida_Dados(notas, "", trabalho), 0);
