@@ -184,7 +184,7 @@ int16_t ExecucaoNotas::Le(std::string& numeroRemessa,
     if (!TipoConhecido(tipo)) return Para(78, contadorLinhas_);
     // "#" is the warnings file's own separator; it is refused whatever separator the caller
     // chose.
-    if (linhaAtual_.find('#') != std::string::npos) return Para(201, contadorLinhas_);
+    if (texto::Contem(linhaAtual_, '#')) return Para(201, contadorLinhas_);
     semCerquilha_ = true;
     if (tipo == 0) return Para(87, contadorLinhas_);
 
@@ -213,7 +213,7 @@ int16_t ExecucaoNotas::Le(std::string& numeroRemessa,
 
 int16_t ExecucaoNotas::VerificaPrimeiraLinha(const Linha& linha, std::string& numeroRemessa) {
   if (linha.comprimento != kLargura) return Para(77, 0);
-  if (linhaAtual_.find('#') != std::string::npos) return Para(201, 0);
+  if (texto::Contem(linhaAtual_, '#')) return Para(201, 0);
   semCerquilha_ = true;
   const std::uint64_t tamanho = entrada_.Tamanho();
   if (tamanho / kBytesPorLinha == 0 || tamanho % kBytesPorLinha != 0) {
