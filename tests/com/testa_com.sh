@@ -4,6 +4,7 @@
 #                C:\QuorvValida and registered with regsvr32
 #   script NOME  one VBScript or JScript test through Wine's cscript
 #   tipos        the type library read back and compared with the contract
+#   despacho     IDispatch called as compiled late-binding hosts call it
 #   eventos      Progress and FichaProgress sunk by a compiled client
 #   identico     the same files through COM and through the Linux command line: byte-identical
 #                warnings files and return files, the same statuses and remessa numbers
@@ -184,6 +185,12 @@ for a in json.load(sys.stdin)["advertencias"]:
 
 tipos() {
   roda_ate_o_fim "$QV_CLIENTES/verifica_tipos.exe"
+}
+
+despacho() {
+  local dir
+  dir=$(pasta despacho)
+  roda_ate_o_fim "$QV_CLIENTES/despacho.exe" "$dados\\notas-limpo.txt" "$dir"
 }
 
 eventos() {
@@ -376,7 +383,7 @@ desregistra() {
 etapa=$1
 shift
 case "$etapa" in
-  prepara | script | tipos | eventos | identico | direto | usuario | pacote | desregistra)
+  prepara | script | tipos | despacho | eventos | identico | direto | usuario | pacote | desregistra)
     "$etapa" "$@"
     ;;
   *) falha "etapa desconhecida: $etapa" ;;
