@@ -1,7 +1,6 @@
 #include "despacho.hpp"
 
 #include <cstring>
-#include <memory>
 #include <mutex>
 #include <string>
 
@@ -107,8 +106,14 @@ std::wstring NomeDoMembro(ITypeInfo* info, MEMBERID id, UINT parametro,
   return membro;
 }
 
+// The interfaces described so far, kept for the life of the process and never destroyed: at
+// process exit, releasing type descriptions from DllMain would call into oleaut32 under the
+// loader lock.
 std::mutex travaDasInterfaces;
-std::vector<std::unique_ptr<Despacho>> interfaces;
+std::vector<const Despacho*>& Interfaces() {
+  static auto* interfaces = new std::vector<const Despacho*>();
+  return *interfaces;
+}
 
 }  // namespace
 
@@ -128,8 +133,9 @@ void DefineErro(REFIID iid, const wchar_t* descricao) {
 
 const Despacho* Despacho::DaInterface(REFIID iid) {
   std::lock_guard<std::mutex> trava(travaDasInterfaces);
-  for (const auto& item : interfaces) {
-    if (IsEqualIID(item->iid_, iid)) return item.get();
+  std::vector<const Despacho*>& interfaces = Interfaces();
+  for (const Despacho* item : interfaces) {
+    if (IsEqualIID(item->iid_, iid)) return item;
   }
   ITypeInfo* despacho = nullptr;
   if (FAILED(quorv::com::InfoDeTipo(iid, &despacho))) return nullptr;
@@ -142,8 +148,8 @@ const Despacho* Despacho::DaInterface(REFIID iid) {
     despacho->Release();
     return nullptr;
   }
-  interfaces.push_back(std::unique_ptr<Despacho>(new Despacho(iid, despacho, vtable)));
-  return interfaces.back().get();
+  interfaces.push_back(new Despacho(iid, despacho, vtable));
+  return interfaces.back();
 }
 
 Despacho::Despacho(REFIID iid, ITypeInfo* despacho, ITypeInfo* vtable)
@@ -155,13 +161,6 @@ Despacho::Despacho(REFIID iid, ITypeInfo* despacho, ITypeInfo* vtable)
     if (SUCCEEDED(vtable_->GetFuncDesc(i, &funcao))) funcoes_.push_back(funcao);
   }
   vtable_->ReleaseTypeAttr(atributos);
-}
-
-Despacho::~Despacho() {
-  for (FUNCDESC* funcao : funcoes_)
-    vtable_->ReleaseFuncDesc(funcao);
-  vtable_->Release();
-  despacho_->Release();
 }
 
 HRESULT Despacho::InfoDeTipo(ITypeInfo** info) const {
@@ -216,7 +215,10 @@ HRESULT Despacho::ErroDeArgumento(HRESULT erro, const FUNCDESC& funcao, UINT par
 
 HRESULT Despacho::Invoca(void* objeto, DISPID id, WORD bandeiras, DISPPARAMS* parametros,
                          VARIANT* resultado, EXCEPINFO* excecao, UINT* argumentoComErro) const {
-  if (parametros == nullptr) return E_INVALIDARG;
+  if (parametros == nullptr || (parametros->cArgs > 0 && parametros->rgvarg == nullptr) ||
+      (parametros->cNamedArgs > 0 && parametros->rgdispidNamedArgs == nullptr)) {
+    return E_INVALIDARG;
+  }
   const FUNCDESC* funcao = Procura(id, bandeiras);
   if (funcao == nullptr) {
     DefineErro(iid_, L"O objeto não tem esse membro.");

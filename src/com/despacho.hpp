@@ -15,14 +15,14 @@
 
 namespace quorv::com {
 
-// The members of one dual interface as its type description gives them, read once and kept.
+// The members of one dual interface as its type description gives them, read once and kept for the
+// life of the process.
 class Despacho {
  public:
   // The description of the interface with that IID, built on first use; null when the type
   // library cannot give it.
   static const Despacho* DaInterface(REFIID iid);
 
-  ~Despacho();
   Despacho(const Despacho&) = delete;
   Despacho& operator=(const Despacho&) = delete;
 
