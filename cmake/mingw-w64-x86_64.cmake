@@ -1,14 +1,5 @@
-# Cross-build for Windows (x86_64) with Debian's mingw-w64 compilers of the posix thread model (the
-# win32 model has no std::mutex). Use: cmake -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64-x86_64.cmake
-set(CMAKE_SYSTEM_NAME Windows)
+# Cross-build for 64-bit Windows (x86_64) with Debian's mingw-w64.
+# Use: cmake -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64-x86_64.cmake
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 set(quorvvalida_mingw x86_64-w64-mingw32)
-set(CMAKE_C_COMPILER ${quorvvalida_mingw}-gcc-posix)
-set(CMAKE_CXX_COMPILER ${quorvvalida_mingw}-g++-posix)
-set(CMAKE_RC_COMPILER ${quorvvalida_mingw}-windres)
-set(QUORVVALIDA_WIDL ${quorvvalida_mingw}-widl CACHE FILEPATH "IDL compiler for the type library")
-set(CMAKE_FIND_ROOT_PATH /usr/${quorvvalida_mingw})
-set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
-set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
-set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
-set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+include(${CMAKE_CURRENT_LIST_DIR}/mingw-w64.cmake)

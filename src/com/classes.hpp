@@ -5,6 +5,9 @@
 #include <windows.h>
 
 #include <cstddef>
+#include <string>
+
+#include "texto.hpp"
 
 namespace quorv::com {
 
@@ -37,6 +40,39 @@ HRESULT Protegido(Trabalho&& trabalho) {
   }
   return S_OK;
 }
+
+// Runs a validating member: the run gets the remessa number the caller passed (as UTF-8) and the
+// caller gets back the one the run left. The result holds `falha` unless the run answered.
+template <class Resultado, class Corrida>
+HRESULT ComNumeroDaRemessa(BSTR* nNumeroRemessa, Resultado* resultado, Resultado falha,
+                           Corrida&& corrida) {
+  if (nNumeroRemessa == nullptr || resultado == nullptr) return E_POINTER;
+  *resultado = falha;
+  return Protegido([&] {
+    std::string numero = Utf8(*nNumeroRemessa);
+    *resultado = corrida(numero);
+    Substitui(nNumeroRemessa, numero);
+  });
+}
+
+// A validator's run started from a window message handled during another run of the same object
+// (the run yields to the host's messages) would corrupt the first; it answers 9 and does nothing.
+// Marks the object busy for the duration of a run.
+class EmExecucao {
+ public:
+  explicit EmExecucao(bool& ocupado) : ocupado_(ocupado), livre_(!ocupado) { ocupado_ = true; }
+  ~EmExecucao() {
+    if (livre_) ocupado_ = false;
+  }
+  EmExecucao(const EmExecucao&) = delete;
+  EmExecucao& operator=(const EmExecucao&) = delete;
+  // False when another run of the object is in progress.
+  bool Livre() const { return livre_; }
+
+ private:
+  bool& ocupado_;
+  const bool livre_;
+};
 
 }  // namespace quorv::com
 

@@ -2,6 +2,8 @@
 
 #include <new>
 
+#include "classes.hpp"
+
 namespace quorv::com {
 namespace {
 
@@ -214,16 +216,21 @@ HRESULT ContainerDeEventos::FindConnectionPoint(REFIID iid, IConnectionPoint** p
   return S_OK;
 }
 
-void AtendeMensagens() {
-  MSG mensagem;
-  while (PeekMessageW(&mensagem, nullptr, 0, 0, PM_REMOVE)) {
-    if (mensagem.message == WM_QUIT) {
-      PostQuitMessage(static_cast<int>(mensagem.wParam));
-      return;
-    }
-    TranslateMessage(&mensagem);
-    DispatchMessageW(&mensagem);
-  }
+std::function<void(double&)> Progresso(PontoDeConexao& ponto, DISPID id) {
+  return [&ponto, id](double& porcentagem) {
+    Protegido([&] {
+      MSG mensagem;
+      while (PeekMessageW(&mensagem, nullptr, 0, 0, PM_REMOVE)) {
+        if (mensagem.message == WM_QUIT) {
+          PostQuitMessage(static_cast<int>(mensagem.wParam));
+          break;
+        }
+        TranslateMessage(&mensagem);
+        DispatchMessageW(&mensagem);
+      }
+      ponto.Dispara(id, porcentagem);
+    });
+  };
 }
 
 }  // namespace quorv::com

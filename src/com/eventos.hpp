@@ -8,6 +8,7 @@
 #include <ocidl.h>
 #include <olectl.h>
 
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -64,9 +65,10 @@ class ContainerDeEventos final : public IConnectionPointContainer {
   PontoDeConexao ponto_;
 };
 
-// Pumps the window messages waiting for the calling thread, as a long run lets its host repaint
-// and react. A quit request is put back for the host's own message loop.
-void AtendeMensagens();
+// The progress callback of a validator: the run yields to the window messages waiting for its
+// thread (so that its host repaints and reacts; a quit request is put back for the host's own
+// loop), then the event with that DISPID goes to every sink connected to the point.
+std::function<void(double&)> Progresso(PontoDeConexao& ponto, DISPID id);
 
 }  // namespace quorv::com
 

@@ -19,14 +19,7 @@ class ValidacaoCom final : public Automacao<_Validacao> {
   ValidacaoCom()
       : Automacao(IID__Validacao, CLSID_Validacao, DIID___Validacao),
         eventos_(Identidade(), DIID___Validacao) {
-    // The run yields to the host's messages each time it raises the event, then the event goes
-    // to every connected sink with the percentage by reference.
-    validacao_.Progress = [this](double& dPorcentagem) {
-      Protegido([&] {
-        AtendeMensagens();
-        eventos_.Ponto().Dispara(kProgress, dPorcentagem);
-      });
-    };
+    validacao_.Progress = Progresso(eventos_.Ponto(), kProgress);
   }
 
   HRESULT STDMETHODCALLTYPE Valida_Dados(BSTR sArquivoRemessa, BSTR* nNumeroRemessa,
@@ -34,21 +27,13 @@ class ValidacaoCom final : public Automacao<_Validacao> {
                                          double nChaveProcessamento, BSTR sOrigemChamada,
                                          BSTR sNomeServidor, BSTR sCaracterSeparador,
                                          short* resultado) override {
-    if (nNumeroRemessa == nullptr || resultado == nullptr) return E_POINTER;
-    *resultado = 9;
-    // A host that starts another run on this object from a message handled during a run gets
-    // 9 and leaves the run in progress alone.
-    if (emExecucao_) return S_OK;
-    emExecucao_ = true;
-    Protegido([&] {
-      std::string numero = Utf8(*nNumeroRemessa);
-      *resultado = validacao_.Valida_Dados(Utf8(sArquivoRemessa), numero, Utf8(sDiretorioTrabalho),
-                                           nChaveRemessa, nChaveProcessamento, Utf8(sOrigemChamada),
-                                           Utf8(sNomeServidor), Utf8(sCaracterSeparador));
-      Substitui(nNumeroRemessa, numero);
+    const EmExecucao execucao(emExecucao_);
+    if (!execucao.Livre()) return resultado == nullptr ? E_POINTER : (*resultado = 9, S_OK);
+    return ComNumeroDaRemessa(nNumeroRemessa, resultado, short{9}, [&](std::string& numero) {
+      return validacao_.Valida_Dados(Utf8(sArquivoRemessa), numero, Utf8(sDiretorioTrabalho),
+                                     nChaveRemessa, nChaveProcessamento, Utf8(sOrigemChamada),
+                                     Utf8(sNomeServidor), Utf8(sCaracterSeparador));
     });
-    emExecucao_ = false;
-    return S_OK;
   }
 
   HRESULT STDMETHODCALLTYPE Gravar_Erro(long lCodErro, double* dLINHA,

@@ -25,14 +25,7 @@ class ValidacaoFichaCadastralCom final : public Automacao<_ValidacaoFichaCadastr
       : Automacao(IID__ValidacaoFichaCadastral, CLSID_ValidacaoFichaCadastral,
                   DIID___ValidacaoFichaCadastral),
         eventos_(Identidade(), DIID___ValidacaoFichaCadastral) {
-    // The run yields to the host's messages each time it raises the event; a sink that changes
-    // the percentage changes what the run keeps for the next line.
-    fichas_.FichaProgress = [this](double& dPorcentagem) {
-      Protegido([&] {
-        AtendeMensagens();
-        eventos_.Ponto().Dispara(kFichaProgress, dPorcentagem);
-      });
-    };
+    fichas_.FichaProgress = Progresso(eventos_.Ponto(), kFichaProgress);
   }
 
   // The ten properties read and write the validator's public fields, nothing more.
@@ -109,21 +102,13 @@ class ValidacaoFichaCadastralCom final : public Automacao<_ValidacaoFichaCadastr
                                           double nChaveProcessamento, BSTR sOrigemChamada,
                                           BSTR sNomeServidor, BSTR sCaracterSeparador,
                                           short* resultado) override {
-    if (nNumeroRemessa == nullptr || resultado == nullptr) return E_POINTER;
-    *resultado = 9;
-    // A host that starts another run on this object from a message handled during a run gets
-    // 9 and leaves the run in progress alone.
-    if (emExecucao_) return S_OK;
-    emExecucao_ = true;
-    Protegido([&] {
-      std::string numero = Utf8(*nNumeroRemessa);
-      *resultado = fichas_.Valida_Fichas(Utf8(sArquivoRemessa), numero, Utf8(sDiretorioTrabalho),
-                                         nChaveRemessa, nChaveProcessamento, Utf8(sOrigemChamada),
-                                         Utf8(sNomeServidor), Utf8(sCaracterSeparador));
-      Substitui(nNumeroRemessa, numero);
+    const EmExecucao execucao(emExecucao_);
+    if (!execucao.Livre()) return resultado == nullptr ? E_POINTER : (*resultado = 9, S_OK);
+    return ComNumeroDaRemessa(nNumeroRemessa, resultado, short{9}, [&](std::string& numero) {
+      return fichas_.Valida_Fichas(Utf8(sArquivoRemessa), numero, Utf8(sDiretorioTrabalho),
+                                   nChaveRemessa, nChaveProcessamento, Utf8(sOrigemChamada),
+                                   Utf8(sNomeServidor), Utf8(sCaracterSeparador));
     });
-    emExecucao_ = false;
-    return S_OK;
   }
 
   HRESULT STDMETHODCALLTYPE Procedimentos_Finais_Fichas(BSTR* sDIRETORIOORDADV,

@@ -61,13 +61,10 @@ class ValidacaoTarnWEBCom final : public Automacao<_ValidacaoTarnWEB> {
   // Runs one of the validating entry points; the remessa number goes back to the caller.
   template <class Entrada>
   static HRESULT Valida(BSTR* nNumeroRemessa, VARIANT_BOOL* resultado, Entrada&& entrada) {
-    if (nNumeroRemessa == nullptr || resultado == nullptr) return E_POINTER;
-    *resultado = VARIANT_FALSE;
-    return Protegido([&] {
-      std::string numero = Utf8(*nNumeroRemessa);
-      *resultado = entrada(numero) ? VARIANT_TRUE : VARIANT_FALSE;
-      Substitui(nNumeroRemessa, numero);
-    });
+    return ComNumeroDaRemessa(nNumeroRemessa, resultado, VARIANT_BOOL{VARIANT_FALSE},
+                              [&](std::string& numero) -> VARIANT_BOOL {
+                                return entrada(numero) ? VARIANT_TRUE : VARIANT_FALSE;
+                              });
   }
 
   quorv::ValidacaoTarnWEB web_;

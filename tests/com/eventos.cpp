@@ -48,7 +48,7 @@ LRESULT CALLBACK Janela(HWND janela, UINT mensagem, WPARAM w, LPARAM l) {
 }
 
 // What a sink does with each event.
-enum class Conduta { Anota, Falha, Desconecta, MudaParaMenosUm };
+enum class Conduta { Anota, Falha, Desconecta, MudaParaMenosUm, Reentra };
 
 // A sink of the event dispinterface (or, with soDespacho, of IDispatch alone, as script engines
 // are), recording the values it receives.
@@ -97,6 +97,18 @@ class Receptor final : public IDispatch {
       case Conduta::MudaParaMenosUm:
         valor = -1;
         return S_OK;
+      case Conduta::Reentra:
+        // A host whose message handler starts another run on the same object meanwhile.
+        if (valores.size() == 1 && validacao != nullptr) {
+          BSTR vazio = SysAllocString(L"");
+          BSTR numero = SysAllocString(L"intocado");
+          validacao->Valida_Dados(vazio, &numero, vazio, 0, 0, vazio, vazio, vazio,
+                                  &statusReentrante);
+          numeroReentrante = numero;
+          SysFreeString(numero);
+          SysFreeString(vazio);
+        }
+        return S_OK;
       case Conduta::Anota:
         return S_OK;
     }
@@ -105,6 +117,9 @@ class Receptor final : public IDispatch {
 
   std::vector<double> valores;
   int mensagensNoPrimeiro = -1;
+  _Validacao* validacao = nullptr;
+  short statusReentrante = -1;
+  std::wstring numeroReentrante;
   IConnectionPoint* ponto = nullptr;
   DWORD cookie = 0;
 
@@ -230,6 +245,18 @@ void Notas(HWND janela, const std::wstring& arquivo, const std::wstring& trabalh
     Falha("a validação não atendeu as mensagens antes do evento");
   for (Receptor* r : {&tipado, &despacho, &falho})
     ponto->Unadvise(r->cookie);
+
+  Receptor reentrante(DIID___Validacao, false, Conduta::Reentra);
+  reentrante.validacao = validacao;
+  Conecta(ponto, reentrante);
+  short statusDeFora = -1;
+  validacao->Valida_Dados(nome, &numero, pasta, 0, 0, vazio, vazio, separador, &statusDeFora);
+  if (reentrante.statusReentrante != 9 || reentrante.numeroReentrante != L"intocado") {
+    Falha("uma validação começada durante outra não foi recusada com 9");
+  }
+  if (statusDeFora != status) Falha("a validação em curso mudou com a tentativa de outra");
+  ComparaValores("notas, receptor reentrante", reentrante.valores, esperados);
+  ponto->Unadvise(reentrante.cookie);
   ponto->Release();
   for (BSTR b : {nome, pasta, vazio, separador, numero})
     SysFreeString(b);
