@@ -3,6 +3,7 @@
 #include <new>
 
 #include "classes.hpp"
+#include "objeto.hpp"
 
 namespace quorv::com {
 namespace {
@@ -10,7 +11,7 @@ namespace {
 // A snapshot enumerator over the elements it was given (connection points or connections),
 // holding a reference to each.
 template <class IEnum, class Elemento>
-class Enumerador final : public IEnum {
+class Enumerador final : public Simples<IEnum> {
  public:
   explicit Enumerador(std::vector<Elemento> elementos, ULONG posicao = 0)
       : elementos_(std::move(elementos)), posicao_(posicao) {
@@ -18,31 +19,9 @@ class Enumerador final : public IEnum {
       Referencia(elemento);
   }
 
-  ~Enumerador() {
+  ~Enumerador() override {
     for (Elemento& elemento : elementos_)
       Solta(elemento);
-  }
-
-  Enumerador(const Enumerador&) = delete;
-  Enumerador& operator=(const Enumerador&) = delete;
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** objeto) override {
-    if (objeto == nullptr) return E_POINTER;
-    if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, __uuidof(IEnum))) {
-      *objeto = static_cast<IEnum*>(this);
-      AddRef();
-      return S_OK;
-    }
-    *objeto = nullptr;
-    return E_NOINTERFACE;
-  }
-
-  ULONG STDMETHODCALLTYPE AddRef() override { return InterlockedIncrement(&referencias_); }
-
-  ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG restantes = InterlockedDecrement(&referencias_);
-    if (restantes == 0) delete this;
-    return restantes;
   }
 
   HRESULT STDMETHODCALLTYPE Next(ULONG quantos, Elemento* destino, ULONG* entregues) override {
@@ -81,7 +60,6 @@ class Enumerador final : public IEnum {
 
   std::vector<Elemento> elementos_;
   ULONG posicao_;
-  LONG referencias_ = 1;
 };
 
 }  // namespace

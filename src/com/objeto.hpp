@@ -12,6 +12,7 @@
 #include <new>
 
 #include "despacho.hpp"
+#include "eventos.hpp"
 #include "modulo.hpp"
 
 namespace quorv::com {
@@ -118,6 +119,65 @@ class Automacao : public Interface, public IProvideClassInfo2, public ISupportEr
   const CLSID clsid_;
   const IID eventos_;
   const Despacho* const despacho_;
+  LONG referencias_ = 1;
+};
+
+// A class that raises events: Automacao plus the connection point container of its source
+// dispinterface, on the same identity.
+template <class Interface>
+class AutomacaoComEventos : public Automacao<Interface> {
+ protected:
+  AutomacaoComEventos(REFIID iid, REFCLSID clsid, REFIID eventos)
+      : Automacao<Interface>(iid, clsid, eventos), eventos_(this->Identidade(), eventos) {}
+
+  void* OutraInterface(REFIID iid) override {
+    if (IsEqualIID(iid, IID_IConnectionPointContainer)) {
+      return static_cast<IConnectionPointContainer*>(&eventos_);
+    }
+    return nullptr;
+  }
+
+  // The progress callback of the validator, raising the event with that DISPID.
+  std::function<void(double&)> Progresso(DISPID id) {
+    return quorv::com::Progresso(eventos_.Ponto(), id);
+  }
+
+ private:
+  ContainerDeEventos eventos_;
+};
+
+// The IUnknown of a helper object with one interface of its own and its own reference count (a
+// class factory, an enumerator).
+template <class Interface>
+class Simples : public Interface {
+ public:
+  Simples(const Simples&) = delete;
+  Simples& operator=(const Simples&) = delete;
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** objeto) override {
+    if (objeto == nullptr) return E_POINTER;
+    if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, __uuidof(Interface))) {
+      *objeto = static_cast<Interface*>(this);
+      AddRef();
+      return S_OK;
+    }
+    *objeto = nullptr;
+    return E_NOINTERFACE;
+  }
+
+  ULONG STDMETHODCALLTYPE AddRef() override { return InterlockedIncrement(&referencias_); }
+
+  ULONG STDMETHODCALLTYPE Release() override {
+    const ULONG restantes = InterlockedDecrement(&referencias_);
+    if (restantes == 0) delete this;
+    return restantes;
+  }
+
+ protected:
+  Simples() = default;
+  virtual ~Simples() = default;
+
+ private:
   LONG referencias_ = 1;
 };
 

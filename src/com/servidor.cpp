@@ -10,36 +10,16 @@
 
 #include "classes.hpp"
 #include "modulo.hpp"
+#include "objeto.hpp"
 #include "registro.hpp"
 
 namespace quorv::com {
 namespace {
 
 // Creates objects of one class. A factory does not keep the server loaded; LockServer does.
-class Fabrica final : public IClassFactory {
+class Fabrica final : public Simples<IClassFactory> {
  public:
   explicit Fabrica(Criacao cria) : cria_(cria) {}
-  Fabrica(const Fabrica&) = delete;
-  Fabrica& operator=(const Fabrica&) = delete;
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** objeto) override {
-    if (objeto == nullptr) return E_POINTER;
-    if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IClassFactory)) {
-      *objeto = static_cast<IClassFactory*>(this);
-      AddRef();
-      return S_OK;
-    }
-    *objeto = nullptr;
-    return E_NOINTERFACE;
-  }
-
-  ULONG STDMETHODCALLTYPE AddRef() override { return InterlockedIncrement(&referencias_); }
-
-  ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG restantes = InterlockedDecrement(&referencias_);
-    if (restantes == 0) delete this;
-    return restantes;
-  }
 
   HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* externo, REFIID iid, void** objeto) override {
     if (objeto == nullptr) return E_POINTER;
@@ -55,7 +35,6 @@ class Fabrica final : public IClassFactory {
 
  private:
   const Criacao cria_;
-  LONG referencias_ = 1;
 };
 
 // "user" (any case, blanks around) asks for the current user's registration; nothing or

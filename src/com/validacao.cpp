@@ -3,7 +3,6 @@
 
 #include "QuorvValida.h"
 #include "classes.hpp"
-#include "eventos.hpp"
 #include "objeto.hpp"
 #include "quorvvalida/validacao.hpp"
 #include "texto.hpp"
@@ -14,12 +13,10 @@ namespace {
 // Progress's DISPID in __Validacao, as the type library declares it.
 constexpr DISPID kProgress = 1;
 
-class ValidacaoCom final : public Automacao<_Validacao> {
+class ValidacaoCom final : public AutomacaoComEventos<_Validacao> {
  public:
-  ValidacaoCom()
-      : Automacao(IID__Validacao, CLSID_Validacao, DIID___Validacao),
-        eventos_(Identidade(), DIID___Validacao) {
-    validacao_.Progress = Progresso(eventos_.Ponto(), kProgress);
+  ValidacaoCom() : AutomacaoComEventos(IID__Validacao, CLSID_Validacao, DIID___Validacao) {
+    validacao_.Progress = Progresso(kProgress);
   }
 
   HRESULT STDMETHODCALLTYPE Valida_Dados(BSTR sArquivoRemessa, BSTR* nNumeroRemessa,
@@ -46,17 +43,8 @@ class ValidacaoCom final : public Automacao<_Validacao> {
     });
   }
 
- protected:
-  void* OutraInterface(REFIID iid) override {
-    if (IsEqualIID(iid, IID_IConnectionPointContainer)) {
-      return static_cast<IConnectionPointContainer*>(&eventos_);
-    }
-    return nullptr;
-  }
-
  private:
   quorv::Validacao validacao_;
-  ContainerDeEventos eventos_;
   bool emExecucao_ = false;
 };
 

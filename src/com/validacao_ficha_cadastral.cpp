@@ -4,7 +4,6 @@
 
 #include "QuorvValida.h"
 #include "classes.hpp"
-#include "eventos.hpp"
 #include "objeto.hpp"
 #include "quorvvalida/validacao_ficha_cadastral.hpp"
 #include "texto.hpp"
@@ -19,13 +18,12 @@ VARIANT_BOOL Booleano(bool valor) {
   return valor ? VARIANT_TRUE : VARIANT_FALSE;
 }
 
-class ValidacaoFichaCadastralCom final : public Automacao<_ValidacaoFichaCadastral> {
+class ValidacaoFichaCadastralCom final : public AutomacaoComEventos<_ValidacaoFichaCadastral> {
  public:
   ValidacaoFichaCadastralCom()
-      : Automacao(IID__ValidacaoFichaCadastral, CLSID_ValidacaoFichaCadastral,
-                  DIID___ValidacaoFichaCadastral),
-        eventos_(Identidade(), DIID___ValidacaoFichaCadastral) {
-    fichas_.FichaProgress = Progresso(eventos_.Ponto(), kFichaProgress);
+      : AutomacaoComEventos(IID__ValidacaoFichaCadastral, CLSID_ValidacaoFichaCadastral,
+                            DIID___ValidacaoFichaCadastral) {
+    fichas_.FichaProgress = Progresso(kFichaProgress);
   }
 
   // The ten properties read and write the validator's public fields, nothing more.
@@ -139,14 +137,6 @@ class ValidacaoFichaCadastralCom final : public Automacao<_ValidacaoFichaCadastr
     });
   }
 
- protected:
-  void* OutraInterface(REFIID iid) override {
-    if (IsEqualIID(iid, IID_IConnectionPointContainer)) {
-      return static_cast<IConnectionPointContainer*>(&eventos_);
-    }
-    return nullptr;
-  }
-
  private:
   static HRESULT Le(BSTR* destino, const std::string& campo) {
     if (destino == nullptr) return E_POINTER;
@@ -166,7 +156,6 @@ class ValidacaoFichaCadastralCom final : public Automacao<_ValidacaoFichaCadastr
   }
 
   quorv::ValidacaoFichaCadastral fichas_;
-  ContainerDeEventos eventos_;
   bool emExecucao_ = false;
 };
 
