@@ -6,6 +6,7 @@
 #include "quorvvalida/cls_quorv_adv_bd_fichas.hpp"
 #include "quorvvalida/cls_quorv_msg.hpp"
 #include "quorvvalida/cls_quorv_msg_fichas.hpp"
+#include "quorvvalida/falha.hpp"
 #include "quorvvalida/file_utility.hpp"
 #include "quorvvalida/geral.hpp"
 #include "quorvvalida/relogio.hpp"

@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 
+#include "quorvvalida/falha.hpp"
 #include "quorvvalida/relogio.hpp"
 
 namespace quorv {
@@ -34,6 +35,11 @@ class Validacao {
                        double nChaveProcessamento = 0, const std::string& sOrigemChamada = "",
                        const std::string& sNomeServidor = "",
                        const std::string& sCaracterSeparador = "#");
+
+  // Why the last Valida_Dados could not start or could not finish its output: Nenhuma when it
+  // did, and before any call. A warning that could not be written leaves the status as the run
+  // found it and is told here (EscritaAdvertencias).
+  Falha UltimaFalha() const;
 
   // Writes one warning line for the line being examined, numbered from its columns 1-8;
   // false when the line could not be written (for example outside a run).

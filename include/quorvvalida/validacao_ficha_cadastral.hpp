@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 
+#include "quorvvalida/falha.hpp"
 #include "quorvvalida/relogio.hpp"
 
 namespace quorv {
@@ -55,6 +56,12 @@ class ValidacaoFichaCadastral {
                         double nChaveProcessamento = 0, const std::string& sOrigemChamada = "",
                         const std::string& sNomeServidor = "",
                         const std::string& sCaracterSeparador = "#");
+
+  // Why the last Valida_Fichas could not start or could not finish its output: Nenhuma when it
+  // did, and before any call. A warning that could not be written leaves the status as the run
+  // found it and is told here (EscritaAdvertencias); a status 9 with bTem_Erro_Grave is told as
+  // ErroGrave (a record type that is not a number) or FalhaInterna.
+  Falha UltimaFalha() const;
 
   // Closes the run's files and, when the run wrote no warning, deletes ADVERTENCIAS.TXT from the
   // directory given (even one left by an earlier run); safe to call more than once. Always

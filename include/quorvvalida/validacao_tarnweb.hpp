@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 
+#include "quorvvalida/falha.hpp"
 #include "quorvvalida/relogio.hpp"
 
 namespace quorv {
@@ -31,12 +32,20 @@ class ValidacaoTarnWEB {
   // Calling program, stored trimmed and upper-cased.
   void ProgramaChamador(const std::string& valor);
 
+  // Why the last validating call could not start or could not finish its output: the
+  // validator's own failure (a missing file, a warnings file that could not be written...), else
+  // RetornoNaoCriado or EscritaRetorno for the return file, or RetornoEhEntrada when the return
+  // file would have been the file to validate or the warnings file (nothing was validated then).
+  // Nenhuma when all went well, and before any call. The answer of the call stays as it is.
+  Falha UltimaFalha() const { return falha_; }
+
   // Today's date handed to the validators; the machine's local date when empty.
   Relogio Hoje;
 
  private:
   std::string tipoArquivo_;
   std::string programaChamador_;
+  Falha falha_ = Falha::Nenhuma;
 };
 
 }  // namespace quorv

@@ -128,8 +128,12 @@ int16_t ExecucaoFichas::Executa(ValidacaoFichaCadastral& dono, const ArgumentosF
   estado_ = EstadoSolicitacao{};
   solicitacaoRejeitada_ = false;
   dono.bTem_Erro_Grave = false;
+  falha_ = Falha::Nenhuma;
   verificaCampos_ = !texto::IgualSemCaixa(argumentos.nomeServidor, "TARNWEB");
-  if (!caminhos::DiretorioExiste(argumentos.diretorio)) return 9;
+  if (!caminhos::DiretorioExiste(argumentos.diretorio)) {
+    falha_ = Falha::DiretorioInexistente;
+    return 9;
+  }
 
   diretorio_ = argumentos.diretorio;
   origem_ = argumentos.origem;
@@ -141,9 +145,18 @@ int16_t ExecucaoFichas::Executa(ValidacaoFichaCadastral& dono, const ArgumentosF
   // A warnings file that is the input itself would be emptied before it is read: such a run is
   // refused before anything is opened or deleted.
   const std::string advertencias = caminhos::Advertencias(diretorio_);
-  if (MesmoArquivo(argumentos.arquivo, advertencias)) return 9;
+  if (MesmoArquivo(argumentos.arquivo, advertencias)) {
+    falha_ = Falha::EntradaEhAdvertencias;
+    return 9;
+  }
   // The run stops at the first line of a wrong length, so a longer line is never read to its end.
-  if (!entrada_.Abrir(argumentos.arquivo, kLargura) || !advertencias_.Criar(advertencias)) {
+  if (!entrada_.Abrir(argumentos.arquivo, kLargura)) {
+    falha_ = Falha::EntradaInacessivel;
+    Procedimentos_Finais_Fichas(diretorio_);
+    return 9;
+  }
+  if (!advertencias_.Criar(advertencias)) {
+    falha_ = Falha::AdvertenciasNaoCriadas;
     Procedimentos_Finais_Fichas(diretorio_);
     return 9;
   }
@@ -175,6 +188,7 @@ int16_t ExecucaoFichas::Le() {
       // run fails there, without a warning for the line.
       if (!tipo) {
         dono_->bTem_Erro_Grave = true;
+        falha_ = Falha::ErroGrave;
         return status;
       }
       const int16_t tr = *tipo;
@@ -210,6 +224,7 @@ int16_t ExecucaoFichas::Le() {
     // A failure inside the loop (a host's event that throws, memory) ends the run as one that
     // could not be made.
     dono_->bTem_Erro_Grave = true;
+    falha_ = Falha::FalhaInterna;
     return status;
   }
 
@@ -253,6 +268,7 @@ bool ExecucaoFichas::Trata(Tratador tratador) {
     return tratador(*this, linhaAtual_);
   } catch (...) {
     dono_->bTem_Erro_Grave = true;
+    falha_ = Falha::FalhaInterna;
     return false;
   }
 }
@@ -290,6 +306,9 @@ bool ExecucaoFichas::Escreve(int32_t codigo, double numero, std::string_view reg
 bool ExecucaoFichas::Procedimentos_Finais_Fichas(std::string_view diretorio) {
   entrada_.Fechar();
   advertencias_.Fechar();
+  // A warning that could not be written is lost and the run keeps its status; the failure is
+  // told to the host apart, so that an incomplete warnings file is never taken for a whole one.
+  if (advertencias_.Falhou() && falha_ == Falha::Nenhuma) falha_ = Falha::EscritaAdvertencias;
   // An empty directory names no working directory: nothing is deleted then (the warnings file
   // would otherwise be looked for at the root of the disk).
   if (!gravouAdvertencia_ && !diretorio.empty()) {

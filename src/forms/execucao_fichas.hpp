@@ -10,6 +10,7 @@
 #include "component/files/leitor_linhas.hpp"
 #include "component/files/linha_advertencia.hpp"
 #include "forms/estado_solicitacao.hpp"
+#include "quorvvalida/falha.hpp"
 
 namespace quorv {
 class ValidacaoFichaCadastral;
@@ -52,6 +53,11 @@ class ExecucaoFichas {
   // Closes the run's files and, when no warning was written, deletes the warnings file of the
   // directory given. Safe to call again; always answers false.
   bool Procedimentos_Finais_Fichas(std::string_view diretorio);
+
+  // Why the last run could not start or could not finish its output; Nenhuma before any run.
+  Falha UltimaFalha() const { return falha_; }
+  // Tells a failure that the run itself could not see (one that escaped it).
+  void DefineFalha(Falha falha) { falha_ = falha; }
 
   // Writes a warning against the current line numbered with the line counter, as every
   // handler and record check does.
@@ -102,6 +108,7 @@ class ExecucaoFichas {
   LinhaAdvertencia linhaAdvertencia_;
   double contadorLinhas_ = 0;
   bool gravouAdvertencia_ = false;
+  Falha falha_ = Falha::Nenhuma;
   // Some record of the open request was refused.
   bool solicitacaoRejeitada_ = false;
 

@@ -25,8 +25,13 @@ int16_t ValidacaoFichaCadastral::Valida_Fichas(const std::string& sArquivoRemess
     // Nothing leaves the method: a failure outside the reading (memory) ends the run as one that
     // could not be made.
     bTem_Erro_Grave = true;
+    execucao_->DefineFalha(Falha::FalhaInterna);
     return 9;
   }
+}
+
+Falha ValidacaoFichaCadastral::UltimaFalha() const {
+  return execucao_->UltimaFalha();
 }
 
 bool ValidacaoFichaCadastral::Procedimentos_Finais_Fichas(const std::string& sDIRETORIOORDADV) {

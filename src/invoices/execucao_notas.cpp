@@ -99,9 +99,15 @@ int16_t ExecucaoNotas::Executa(const ArgumentosNotas& argumentos, std::string& n
                                const std::function<void(double&)>& progresso,
                                const Relogio& relogio) {
   Inicializa();
-  if (!caminhos::DiretorioExiste(argumentos.diretorio)) return 9;
+  if (!caminhos::DiretorioExiste(argumentos.diretorio)) {
+    falha_ = Falha::DiretorioInexistente;
+    return 9;
+  }
   caminhoAdvertencias_ = caminhos::Advertencias(argumentos.diretorio);
-  if (MesmoArquivo(argumentos.arquivo, caminhoAdvertencias_)) return 9;
+  if (MesmoArquivo(argumentos.arquivo, caminhoAdvertencias_)) {
+    falha_ = Falha::EntradaEhAdvertencias;
+    return 9;
+  }
 
   linhaAdvertencia_.Prepara(cp1252::DeUtf8(argumentos.separador), argumentos.chaveRemessa,
                             argumentos.chaveProcessamento);
@@ -112,7 +118,13 @@ int16_t ExecucaoNotas::Executa(const ArgumentosNotas& argumentos, std::string& n
   verificador_ = inscricao::Atual();
 
   // The run stops at the first line of a wrong length, so a longer line is never read to its end.
-  if (!entrada_.Abrir(argumentos.arquivo, kLargura) || !advertencias_.Criar(caminhoAdvertencias_)) {
+  if (!entrada_.Abrir(argumentos.arquivo, kLargura)) {
+    falha_ = Falha::EntradaInacessivel;
+    Finaliza();
+    return 9;
+  }
+  if (!advertencias_.Criar(caminhoAdvertencias_)) {
+    falha_ = Falha::AdvertenciasNaoCriadas;
     Finaliza();
     return 9;
   }
@@ -121,6 +133,7 @@ int16_t ExecucaoNotas::Executa(const ArgumentosNotas& argumentos, std::string& n
   } catch (...) {
     // A failure from outside the checks (a host's event that throws, memory) ends the run as
     // a file that could not be validated, with its files closed.
+    falha_ = Falha::FalhaInterna;
     Finaliza();
     return 9;
   }
@@ -128,6 +141,7 @@ int16_t ExecucaoNotas::Executa(const ArgumentosNotas& argumentos, std::string& n
 
 void ExecucaoNotas::Inicializa() {
   linhaAtual_.assign(kLargura, ' ');
+  falha_ = Falha::Nenhuma;
   contadorLinhas_ = 0;
   resultado_ = 0;
   gravouAdvertencia_ = false;
@@ -392,6 +406,9 @@ void ExecucaoNotas::TomaLinha(const Linha& linha) {
 void ExecucaoNotas::Finaliza() {
   entrada_.Fechar();
   advertencias_.Fechar();
+  // A warning that could not be written is lost and the run keeps its status; the failure is
+  // told to the host apart, so that an incomplete warnings file is never taken for a whole one.
+  if (advertencias_.Falhou() && falha_ == Falha::Nenhuma) falha_ = Falha::EscritaAdvertencias;
   if (!gravouAdvertencia_) caminhos::Apaga(caminhoAdvertencias_);
 }
 

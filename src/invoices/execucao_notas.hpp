@@ -14,6 +14,7 @@
 #include "component/files/linha_advertencia.hpp"
 #include "component/shared/inscricao.hpp"
 #include "component/shared/texto.hpp"
+#include "quorvvalida/falha.hpp"
 #include "quorvvalida/relogio.hpp"
 
 namespace quorv::notas {
@@ -96,6 +97,11 @@ class ExecucaoNotas {
   int16_t Executa(const ArgumentosNotas& argumentos, std::string& numeroRemessa,
                   const std::function<void(double&)>& progresso, const Relogio& relogio);
 
+  // Why the last run could not start or could not finish its output; Nenhuma before any run.
+  Falha UltimaFalha() const { return falha_; }
+  // Tells a failure that the run itself could not see (one that escaped it).
+  void DefineFalha(Falha falha) { falha_ = falha; }
+
   // Writes a warning for the current line: numbered from its columns 1-8 when linha is 0.
   bool Grava(int32_t codigo, double linha = 0);
   // Writes a warning numbered with the line counter (the frame's warnings).
@@ -171,6 +177,7 @@ class ExecucaoNotas {
   std::uint64_t proximoMultiplo_ = 0;
   int16_t resultado_ = 0;
   bool gravouAdvertencia_ = false;
+  Falha falha_ = Falha::Nenhuma;
 
   // Structure of the file.
   DadosCabecalho cabecalho_;

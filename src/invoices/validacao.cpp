@@ -21,8 +21,13 @@ int16_t Validacao::Valida_Dados(const std::string& sArquivoRemessa, std::string&
   } catch (...) {
     // Nothing leaves the method: a failure that escapes the run (memory, a host's event that
     // throws) ends it as a file that could not be validated.
+    execucao_->DefineFalha(Falha::FalhaInterna);
     return 9;
   }
+}
+
+Falha Validacao::UltimaFalha() const {
+  return execucao_->UltimaFalha();
 }
 
 bool Validacao::Gravar_Erro(int32_t lCodErro) {

@@ -100,13 +100,13 @@ void AcrescentaLinha(std::string& saida, std::string_view utf8) {
 }
 
 template <typename Leitor>
-bool Grava(TipoRetorno tipo, const std::string& caminhoAdvertencias,
-           const std::string& caminhoRetorno, std::string_view numeroRemessa) {
+Falha Grava(TipoRetorno tipo, const std::string& caminhoAdvertencias,
+            const std::string& caminhoRetorno, std::string_view numeroRemessa) {
   const Layout& layout = LayoutDe(tipo);
   Leitor leitor;
   leitor.OpenStream(caminhoAdvertencias);
   ArquivoSaida saida;
-  if (!saida.Criar(caminhoRetorno)) return false;
+  if (!saida.Criar(caminhoRetorno)) return Falha::RetornoNaoCriado;
 
   std::string cabecalho;
   for (std::size_t i = 0; i < layout.linhasCabecalho; ++i) {
@@ -125,28 +125,54 @@ bool Grava(TipoRetorno tipo, const std::string& caminhoAdvertencias,
   }
   leitor.CloseStream();
   saida.Fechar();
-  return true;
+  return saida.Falhou() ? Falha::EscritaRetorno : Falha::Nenhuma;
 }
 
 }  // namespace
 
 bool GravaRetorno(TipoRetorno tipo, const std::string& caminhoAdvertencias,
-                  const std::string& caminhoRetorno, std::string_view numeroRemessa) {
-  return tipo == TipoRetorno::kNotas
-             ? Grava<clsQuorvAdvBD>(tipo, caminhoAdvertencias, caminhoRetorno, numeroRemessa)
-             : Grava<clsQuorvAdvBDFichas>(tipo, caminhoAdvertencias, caminhoRetorno, numeroRemessa);
+                  const std::string& caminhoRetorno, std::string_view numeroRemessa, Falha* falha) {
+  const Falha resultado =
+      tipo == TipoRetorno::kNotas
+          ? Grava<clsQuorvAdvBD>(tipo, caminhoAdvertencias, caminhoRetorno, numeroRemessa)
+          : Grava<clsQuorvAdvBDFichas>(tipo, caminhoAdvertencias, caminhoRetorno, numeroRemessa);
+  if (falha != nullptr) *falha = resultado;
+  return resultado != Falha::RetornoNaoCriado;
 }
 
 bool Relata(TipoRetorno tipo, const std::string& diretorio, const std::string& nomeRetorno,
-            std::string_view numeroRemessa) {
+            std::string_view numeroRemessa, Falha* falha) {
+  if (falha != nullptr) *falha = Falha::Nenhuma;
   const std::string advertencias = caminhos::Advertencias(diretorio);
   std::error_code erro;
   if (!std::filesystem::is_regular_file(caminhos::Caminho(advertencias), erro)) return true;
-  // A return file that cannot be created is skipped without a word; the warnings file goes
-  // all the same and the answer stays false.
-  GravaRetorno(tipo, advertencias, diretorio + nomeRetorno, numeroRemessa);
+  // A return file that cannot be created or written whole does not change the answer, which is
+  // false all the same, and the warnings file goes; the failure is told to the host apart.
+  GravaRetorno(tipo, advertencias, diretorio + nomeRetorno, numeroRemessa, falha);
   caminhos::Apaga(advertencias);
   return false;
+}
+
+namespace {
+
+bool MesmoLugar(const std::string& a, const std::string& b) {
+  const std::filesystem::path caminhoA = caminhos::Caminho(a);
+  const std::filesystem::path caminhoB = caminhos::Caminho(b);
+  std::error_code erro;
+  if (std::filesystem::equivalent(caminhoA, caminhoB, erro)) return true;
+  // A file that does not exist yet is compared by where its path leads.
+  const std::filesystem::path resolvidoA = std::filesystem::weakly_canonical(caminhoA, erro);
+  if (erro) return false;
+  const std::filesystem::path resolvidoB = std::filesystem::weakly_canonical(caminhoB, erro);
+  return !erro && resolvidoA == resolvidoB;
+}
+
+}  // namespace
+
+bool RetornoColide(const std::string& arquivo, const std::string& diretorio,
+                   const std::string& nomeRetorno) {
+  const std::string retorno = diretorio + nomeRetorno;
+  return MesmoLugar(retorno, arquivo) || MesmoLugar(retorno, caminhos::Advertencias(diretorio));
 }
 
 std::string LinhasDoAviso(TipoRetorno tipo, std::string_view tr, std::string_view nota,

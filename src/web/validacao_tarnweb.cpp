@@ -42,15 +42,31 @@ bool ValidacaoTarnWEB::Valida_Dados_Tarnweb(const std::string& sFilePath,
                                             const std::string& sFileRetorno,
                                             const std::string& sDirTrabalho,
                                             std::string& nNumeroRemessa) {
+  falha_ = Falha::Nenhuma;
   try {
+    // The return file is written over whatever its path names: the file being validated, or
+    // the warnings file it is made from, would be lost.
+    if (web::RetornoColide(sFilePath, sDirTrabalho, sFileRetorno)) {
+      falha_ = Falha::RetornoEhEntrada;
+      return false;
+    }
     Validacao validacao;
     validacao.Hoje = Hoje;
     // Without a calling program the web system's origin "A0" makes the run count the records
     // of the groups without checking them. TipoArquivo is not looked at here, on purpose.
     const std::string origem = programaChamador_.empty() ? "A0" : programaChamador_;
     validacao.Valida_Dados(sFilePath, nNumeroRemessa, sDirTrabalho, 0, 0, origem, "", "#");
-    return web::Relata(web::TipoRetorno::kNotas, sDirTrabalho, sFileRetorno, nNumeroRemessa);
+    falha_ = validacao.UltimaFalha();
+    // The warnings file found there is then the input itself, which is never read into a
+    // return file nor deleted.
+    if (falha_ == Falha::EntradaEhAdvertencias) return false;
+    Falha retorno = Falha::Nenhuma;
+    const bool resultado =
+        web::Relata(web::TipoRetorno::kNotas, sDirTrabalho, sFileRetorno, nNumeroRemessa, &retorno);
+    if (falha_ == Falha::Nenhuma) falha_ = retorno;
+    return resultado;
   } catch (...) {
+    falha_ = Falha::FalhaInterna;
     return false;
   }
 }

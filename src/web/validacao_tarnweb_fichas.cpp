@@ -9,7 +9,14 @@ bool ValidacaoTarnWEB::Valida_Dados_Ficha_Cadastral(const std::string& sFilePath
                                                     const std::string& sFileRetorno,
                                                     const std::string& sDirTrabalho,
                                                     std::string& nNumeroRemessa) {
+  falha_ = Falha::Nenhuma;
   try {
+    // The return file is written over whatever its path names: the file being validated, or
+    // the warnings file it is made from, would be lost.
+    if (web::RetornoColide(sFilePath, sDirTrabalho, sFileRetorno)) {
+      falha_ = Falha::RetornoEhEntrada;
+      return false;
+    }
     ValidacaoFichaCadastral validacao;
     validacao.Hoje = Hoje;
     // A return file ("RET") is validated in full. A remessa ("REM") sent without a calling
@@ -22,9 +29,18 @@ bool ValidacaoTarnWEB::Valida_Dados_Ficha_Cadastral(const std::string& sFilePath
                                                    origem, servidor, "#");
     // A form run ends with 8 even on a clean file, so only a warnings file tells; a run that
     // failed without leaving one (a missing file: 9) answers true all the same. Deliberate.
+    falha_ = validacao.UltimaFalha();
+    // The warnings file found there is then the input itself, which is never read into a
+    // return file nor deleted.
+    if (falha_ == Falha::EntradaEhAdvertencias) return false;
     if (status == 0) return true;
-    return web::Relata(web::TipoRetorno::kFichas, sDirTrabalho, sFileRetorno, nNumeroRemessa);
+    Falha falhaDoRetorno = Falha::Nenhuma;
+    const bool resultado = web::Relata(web::TipoRetorno::kFichas, sDirTrabalho, sFileRetorno,
+                                       nNumeroRemessa, &falhaDoRetorno);
+    if (falha_ == Falha::Nenhuma) falha_ = falhaDoRetorno;
+    return resultado;
   } catch (...) {
+    falha_ = Falha::FalhaInterna;
     return false;
   }
 }
@@ -33,6 +49,7 @@ bool ValidacaoTarnWEB::Valida_TIPO(const std::string& sFilePath, const std::stri
                                    const std::string& sDirTrabalho, std::string& nNumeroRemessa,
                                    const std::string& sTipoDoc) {
   // The document type is compared exactly: "p" or " P" is no type at all.
+  falha_ = Falha::Nenhuma;
   if (sTipoDoc == "P") {
     return Valida_Dados_Tarnweb(sFilePath, sFileRetorno, sDirTrabalho, nNumeroRemessa);
   }

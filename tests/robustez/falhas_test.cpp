@@ -40,26 +40,12 @@ class Falhas : public ::testing::Test {
 
   // An invoice file whose group holds many items before its note: one warning 153 for each.
   std::string NotasComMuitasAdvertencias(const DiretorioTemporario& onde, int itens) {
-    ArquivoNotas arquivo;
-    arquivo.CabecalhoV1();
-    arquivo.TR01();
-    for (int i = 0; i < itens; ++i)
-      arquivo.Novo("15");
-    arquivo.TR10Valido();
-    arquivo.Novo("15");
-    arquivo.TR98();
-    arquivo.TR99();
-    return entradas.Grava(onde.Arquivo("notas.txt"), JuntaLinhas(arquivo.Linhas()));
+    return entradas.Grava(onde.Arquivo("notas.txt"), JuntaLinhas(NotasComItensAntesDaNota(itens)));
   }
 
   // A form file with many records before any request: one warning 10 for each.
   std::string FichasComMuitasAdvertencias(const DiretorioTemporario& onde, int registros) {
-    ArquivoFichas arquivo;
-    arquivo.Cabecalho();
-    for (int i = 0; i < registros; ++i)
-      arquivo.Novo("196");
-    arquivo.Trailer();
-    linhasFichas = arquivo.Linhas();
+    linhasFichas = FichasComRegistrosForaDeSolicitacao(registros);
     return entradas.Grava(onde.Arquivo("fichas.txt"), JuntaLinhas(linhasFichas));
   }
 

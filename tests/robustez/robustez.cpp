@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include "arquivo_fichas.hpp"
+#include "arquivo_notas.hpp"
 #include "arquivos.hpp"
 
 namespace quorv::teste {
@@ -67,6 +69,28 @@ std::string DispositivoCheio() {
   if (std::filesystem::is_character_file("/dev/full", erro)) return "/dev/full";
 #endif
   return {};
+}
+
+std::vector<std::string> NotasComItensAntesDaNota(int itens) {
+  ArquivoNotas arquivo;
+  arquivo.CabecalhoV1();
+  arquivo.TR01();
+  for (int i = 0; i < itens; ++i)
+    arquivo.Novo("15");
+  arquivo.TR10Valido();
+  arquivo.Novo("15");
+  arquivo.TR98();
+  arquivo.TR99();
+  return arquivo.Linhas();
+}
+
+std::vector<std::string> FichasComRegistrosForaDeSolicitacao(int registros) {
+  ArquivoFichas arquivo;
+  arquivo.Cabecalho();
+  for (int i = 0; i < registros; ++i)
+    arquivo.Novo("196");
+  arquivo.Trailer();
+  return arquivo.Linhas();
 }
 
 }  // namespace quorv::teste

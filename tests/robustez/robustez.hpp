@@ -61,6 +61,13 @@ bool EscritaRecusada(const std::filesystem::path& diretorio);
 // The device on which every write fails for lack of space; empty where there is none.
 std::string DispositivoCheio();
 
+// The lines of an invoice file whose group holds `itens` items before its note: one warning 153
+// for each.
+std::vector<std::string> NotasComItensAntesDaNota(int itens);
+
+// The lines of a form file with `registros` records before any request: one warning 10 for each.
+std::vector<std::string> FichasComRegistrosForaDeSolicitacao(int registros);
+
 }  // namespace quorv::teste
 
 #endif  // QUORVVALIDA_TESTS_ROBUSTEZ_ROBUSTEZ_HPP_

@@ -6,7 +6,8 @@ list(APPEND QUORV_TESTES
   robustez/entradas_fichas_test.cpp
   robustez/entradas_notas_test.cpp
   robustez/falhas_test.cpp
-  robustez/numeros_test.cpp)
+  robustez/numeros_test.cpp
+  robustez/ultima_falha_test.cpp)
 list(APPEND QUORV_TESTES_INTERNOS
   robustez/leitor_em_pedacos_test.cpp
   robustez/leitores_test.cpp)

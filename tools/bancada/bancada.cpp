@@ -8,6 +8,7 @@
 #include <ctime>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -34,6 +35,8 @@ struct Opcoes {
   std::uint64_t linhas = 1000000;
   int repeticoes = 5;
   bool gigabyte = false;
+  bool lote = false;
+  bool advertencias = false;
 };
 
 // One kind of file: its generator's name, its line width and the tool's command.
@@ -96,7 +99,7 @@ void Gera(const Opcoes& opcoes, const Tipo& tipo, bool defeitos, std::uint64_t l
 }
 
 // How a file is measured: against the mawk scan or alone, and whether the tool may refuse it as
-// a file it cannot validate (exit code 2).
+// a file it cannot validate (exit code 3: a form line whose record type is not a number).
 struct Modo {
   bool comMawk;
   bool podeRecusar;
@@ -105,17 +108,21 @@ constexpr Modo kContraMawk{true, false};
 constexpr Modo kSozinho{false, false};
 constexpr Modo kRecusavel{false, true};
 
-// One run of the tool on the file, as a user runs it with -q.
-Medida Valida(const Opcoes& opcoes, const Tipo& tipo, const fs::path& arquivo,
-              const fs::path& trabalho, Modo modo) {
-  std::vector<std::string> argumentos = {opcoes.programa,  tipo.nome, arquivo.string(), "-q", "-d",
-                                         trabalho.string()};
+// The tool's arguments, with the state-registration library when one is given.
+std::vector<std::string> ComInscricao(const Opcoes& opcoes, std::vector<std::string> argumentos) {
   if (!opcoes.inscricaoLib.empty()) {
     argumentos.push_back("--inscricao-lib");
     argumentos.push_back(opcoes.inscricaoLib);
   }
-  const Medida medida = Executa(argumentos);
-  if (medida.codigo != 0 && medida.codigo != 1 && !(modo.podeRecusar && medida.codigo == 2)) {
+  return argumentos;
+}
+
+// One run of the tool on the file, as a user runs it with -q.
+Medida Valida(const Opcoes& opcoes, const Tipo& tipo, const fs::path& arquivo,
+              const fs::path& trabalho, Modo modo) {
+  const Medida medida = Executa(ComInscricao(
+      opcoes, {opcoes.programa, tipo.nome, arquivo.string(), "-q", "-d", trabalho.string()}));
+  if (medida.codigo != 0 && medida.codigo != 1 && !(modo.podeRecusar && medida.codigo == 3)) {
     throw std::runtime_error("quorvvalida não validou " + arquivo.string() + " (código " +
                              std::to_string(medida.codigo) + ")");
   }
@@ -217,6 +224,102 @@ CustoEventos MedeEventos(const Opcoes& opcoes, const Tipo& tipo, const fs::path&
   return custo;
 }
 
+// A batch of files validated in one call on one thread and on two: paired runs, each side first
+// in every other pair; the speed-up is the median of the pairs' ratios.
+struct Lote {
+  std::size_t arquivos = 0;
+  std::uint64_t linhas = 0;
+  double umaTarefa = 0;
+  double duasTarefas = 0;
+  double aceleracao = 0;
+};
+
+Lote MedeLote(const Opcoes& opcoes) {
+  constexpr std::size_t kArquivos = 8;
+  constexpr std::uint64_t kLinhas = 100000;
+  const fs::path diretorio = fs::path(opcoes.diretorio) / "lote";
+  fs::create_directories(diretorio);
+  std::vector<std::string> arquivos;
+  for (std::size_t i = 0; i < kArquivos; ++i) {
+    const fs::path arquivo = diretorio / fmt::format("notas-{}-{}.txt", kLinhas, i + 1);
+    if (!fs::exists(arquivo)) Gera(opcoes, kNotas, false, kLinhas, arquivo);
+    arquivos.push_back(arquivo.string());
+  }
+  const fs::path trabalho = fs::path(opcoes.diretorio) / "trabalho-lote";
+  fs::create_directories(trabalho);
+  const auto valida = [&](int tarefas) {
+    std::vector<std::string> argumentos = {opcoes.programa, "notas"};
+    argumentos.insert(argumentos.end(), arquivos.begin(), arquivos.end());
+    for (const std::string& argumento : {std::string("-q"), std::string("-d"), trabalho.string(),
+                                         std::string("-j"), std::to_string(tarefas)})
+      argumentos.push_back(argumento);
+    sync();
+    const Medida medida = Executa(ComInscricao(opcoes, argumentos));
+    if (medida.codigo != 0) {
+      throw std::runtime_error("o lote não foi aceito (código " + std::to_string(medida.codigo) +
+                               ")");
+    }
+    return medida.segundos;
+  };
+  std::vector<double> uma;
+  std::vector<double> duas;
+  std::vector<double> razoes;
+  for (int i = 0; i < opcoes.repeticoes; ++i) {
+    if (i % 2 == 0) {
+      uma.push_back(valida(1));
+      duas.push_back(valida(2));
+    } else {
+      duas.push_back(valida(2));
+      uma.push_back(valida(1));
+    }
+    razoes.push_back(uma.back() / duas.back());
+  }
+  Lote lote;
+  lote.arquivos = kArquivos;
+  lote.linhas = kLinhas;
+  lote.umaTarefa = Mediana(uma);
+  lote.duasTarefas = Mediana(duas);
+  lote.aceleracao = Mediana(razoes);
+  return lote;
+}
+
+// The peak memory of the tool listing, in JSON, the warnings of the faulty invoice file, and of
+// the validation that prints them in JSON.
+struct MemoriaJson {
+  std::uint64_t bytesEntrada = 0;
+  std::uint64_t bytesAdvertencias = 0;
+  std::uint64_t advertencias = 0;
+  long validacaoKiB = 0;
+  long listaKiB = 0;
+  double listaSegundos = 0;
+};
+
+MemoriaJson MedeMemoriaJson(const Opcoes& opcoes) {
+  const fs::path defeitos =
+      fs::path(opcoes.diretorio) / fmt::format("notas-com-defeitos-{}.txt", opcoes.linhas);
+  if (!fs::exists(defeitos)) Gera(opcoes, kNotas, true, opcoes.linhas, defeitos);
+  const fs::path trabalho = fs::path(opcoes.diretorio) / "trabalho-json";
+  fs::create_directories(trabalho);
+  const std::vector<std::string> validacao = ComInscricao(
+      opcoes, {opcoes.programa, "notas", defeitos.string(), "--json", "-d", trabalho.string()});
+  MemoriaJson memoria;
+  memoria.bytesEntrada = Tamanho(defeitos);
+  const fs::path advertencias = trabalho / "ADVERTENCIAS.TXT";
+  for (int i = 0; i < opcoes.repeticoes; ++i) {
+    const Medida medida = Executa(validacao);
+    if (medida.codigo != 1) throw std::runtime_error("a validação em JSON não achou advertências");
+    memoria.validacaoKiB = std::max(memoria.validacaoKiB, medida.memoriaKiB);
+    const Medida lista =
+        Executa({opcoes.programa, "advertencias", "notas", advertencias.string(), "--json"});
+    if (lista.codigo != 0) throw std::runtime_error("a lista das advertências falhou");
+    memoria.listaKiB = std::max(memoria.listaKiB, lista.memoriaKiB);
+    memoria.listaSegundos = lista.segundos;
+  }
+  memoria.bytesAdvertencias = Tamanho(advertencias);
+  memoria.advertencias = ContaLinhas(advertencias);
+  return memoria;
+}
+
 std::string Maquina() {
   std::ifstream cpuinfo("/proc/cpuinfo");
   std::string linha;
@@ -298,6 +401,11 @@ int Executa(const Opcoes& opcoes) {
     }
   }
 
+  std::optional<Lote> lote;
+  if (opcoes.lote) lote = MedeLote(opcoes);
+  std::optional<MemoriaJson> memoriaJson;
+  if (opcoes.advertencias) memoriaJson = MedeMemoriaJson(opcoes);
+
   fmt::print("Máquina: {}\nDiretório: {}\nRepetições: {} (medianas)\n\n", Maquina(),
              fs::absolute(diretorio).string(), opcoes.repeticoes);
   ImprimeTabela(resultados);
@@ -307,6 +415,24 @@ int Executa(const Opcoes& opcoes) {
   for (const CustoEventos& custo : eventos) {
     fmt::print("| {} | {:.3f} | {:.3f} | {} | {:+.1f}% |\n", custo.tipo, custo.sem, custo.com,
                custo.eventos, custo.custo * 100);
+  }
+  if (lote) {
+    fmt::print(
+        "\n| lote | arquivos | linhas cada | -j 1 (s) | -j 2 (s) | aceleração |\n"
+        "|---|---:|---:|---:|---:|---:|\n| notas | {} | {} | {:.3f} | {:.3f} | {:.2f}x |\n",
+        lote->arquivos, lote->linhas, lote->umaTarefa, lote->duasTarefas, lote->aceleracao);
+  }
+  if (memoriaJson) {
+    fmt::print(
+        "\n| JSON das advertências | entrada (MB) | ADVERTENCIAS.TXT (MB) | advertências | "
+        "memória máx. (MiB) |\n|---|---:|---:|---:|---:|\n"
+        "| notas --json (validação) | {:.1f} | {:.1f} | {} | {:.1f} |\n"
+        "| advertencias notas --json | {:.1f} | {:.1f} | {} | {:.1f} |\n",
+        static_cast<double>(memoriaJson->bytesEntrada) / 1e6,
+        static_cast<double>(memoriaJson->bytesAdvertencias) / 1e6, memoriaJson->advertencias,
+        MiB(memoriaJson->validacaoKiB), static_cast<double>(memoriaJson->bytesEntrada) / 1e6,
+        static_cast<double>(memoriaJson->bytesAdvertencias) / 1e6, memoriaJson->advertencias,
+        MiB(memoriaJson->listaKiB));
   }
   return 0;
 }
@@ -331,6 +457,10 @@ int main(int argc, char** argv) {
       ->check(CLI::PositiveNumber);
   app.add_flag("--gigabyte", opcoes.gigabyte,
                "mede também arquivos de 1 GiB e uma linha única de 1 GiB");
+  app.add_flag("--lote", opcoes.lote,
+               "mede também 8 arquivos de 100000 linhas num lote, com -j 1 e com -j 2");
+  app.add_flag("--advertencias", opcoes.advertencias,
+               "mede também a memória do JSON das advertências do arquivo de notas com defeitos");
   CLI11_PARSE(app, argc, argv);
   try {
     return Executa(opcoes);

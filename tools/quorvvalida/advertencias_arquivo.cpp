@@ -1,8 +1,11 @@
 #include "advertencias_arquivo.hpp"
 
+#include <algorithm>
 #include <charconv>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <string_view>
 
 #include "component/shared/cp1252.hpp"
@@ -68,6 +71,102 @@ std::uint64_t LeAdvertencias(const std::string& caminho, const std::string& sepa
     cada(advertencia);
   }
   return total;
+}
+
+ExameAdvertencias ExaminaAdvertencias(const std::string& caminho) {
+  ExameAdvertencias exame;
+  std::unique_ptr<std::FILE, int (*)(std::FILE*)> arquivo(
+      std::fopen(std::filesystem::u8path(caminho).c_str(), "rb"), &std::fclose);
+  if (!arquivo) return exame;
+  exame.legivel = true;
+  exame.valido = true;
+  std::unique_ptr<char[]> bloco(new char[64 * 1024]);
+  // The line being read: its field, the length of its current field, whether its code is a
+  // number, the length of its warned line (kSemRegistro before its fourth "#"), and a CR that
+  // may belong to its end.
+  constexpr std::uint64_t kSemRegistro = UINT64_MAX;
+  std::size_t campo = 0;
+  std::uint64_t comprimento = 0;
+  bool codigoNumerico = true;
+  std::uint64_t registro = kSemRegistro;
+  bool cr = false;
+  bool vazia = true;
+  const auto fechaLinha = [&] {
+    ++exame.linhas;
+    std::optional<Tipo> tipo;
+    if (registro == 160) tipo = Tipo::kNotas;
+    if (registro == 260 || registro == 0) tipo = Tipo::kFichas;
+    bool boa = campo == 4 && codigoNumerico && tipo.has_value();
+    if (boa && registro != 0) {
+      if (exame.tipo && *exame.tipo != *tipo) {
+        boa = false;
+      } else {
+        exame.tipo = tipo;
+      }
+    }
+    if (!boa) {
+      exame.valido = false;
+      exame.linhaRuim = exame.linhas;
+    }
+    campo = 0;
+    comprimento = 0;
+    codigoNumerico = true;
+    registro = kSemRegistro;
+    cr = false;
+    vazia = true;
+  };
+  for (;;) {
+    const std::size_t lidos = std::fread(bloco.get(), 1, 64 * 1024, arquivo.get());
+    if (lidos == 0) break;
+    for (std::size_t i = 0; i < lidos && exame.valido; ++i) {
+      const char c = bloco[i];
+      if (c == '\n') {
+        fechaLinha();
+        continue;
+      }
+      vazia = false;
+      if (cr) {
+        // A CR inside a field is a byte of it.
+        ++comprimento;
+        cr = false;
+      }
+      if (c == '\r') {
+        cr = true;
+        continue;
+      }
+      if (c == '#') {
+        if (campo == 0 && comprimento == 0) codigoNumerico = false;
+        if (campo == 3) registro = comprimento;
+        ++campo;
+        comprimento = 0;
+        continue;
+      }
+      if (campo == 0 && (c < '0' || c > '9')) codigoNumerico = false;
+      ++comprimento;
+    }
+    if (!exame.valido) break;
+  }
+  if (!vazia) fechaLinha();
+  // A warning of a form run against a TR 110 never read has an empty warned line; a file of
+  // such lines alone tells no kind, and is a form file.
+  if (exame.valido && !exame.tipo && exame.linhas > 0) exame.tipo = Tipo::kFichas;
+  return exame;
+}
+
+std::uint64_t ContaLinhas(const std::string& caminho) {
+  std::unique_ptr<std::FILE, int (*)(std::FILE*)> arquivo(
+      std::fopen(std::filesystem::u8path(caminho).c_str(), "rb"), &std::fclose);
+  if (!arquivo) return 0;
+  std::unique_ptr<char[]> bloco(new char[64 * 1024]);
+  std::uint64_t linhas = 0;
+  char ultimo = '\n';
+  for (;;) {
+    const std::size_t lidos = std::fread(bloco.get(), 1, 64 * 1024, arquivo.get());
+    if (lidos == 0) break;
+    linhas += static_cast<std::uint64_t>(std::count(bloco.get(), bloco.get() + lidos, '\n'));
+    ultimo = bloco[lidos - 1];
+  }
+  return linhas + (ultimo != '\n' ? 1 : 0);
 }
 
 }  // namespace quorv::ferramenta

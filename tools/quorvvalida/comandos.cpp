@@ -1,12 +1,14 @@
 #include "comandos.hpp"
 
+#include <cstdio>
 #include <filesystem>
 #include <system_error>
 
 #include <fmt/core.h>
-#include <nlohmann/json.hpp>
 
-#include "progresso.hpp"
+#include "advertencias_arquivo.hpp"
+#include "codigos_saida.hpp"
+#include "diagnostico.hpp"
 #include "quorvvalida/quorvvalida.hpp"
 #include "saida.hpp"
 
@@ -15,33 +17,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The warnings file as the library names it: the directory, the platform's separator and
-// ADVERTENCIAS.TXT.
-std::string CaminhoAdvertencias(const std::string& diretorio) {
-  return (fs::u8path(diretorio) / "ADVERTENCIAS.TXT").u8string();
-}
-
-bool Existe(const std::string& caminho) {
+bool EhArquivoComum(const std::string& caminho) {
   std::error_code erro;
-  return fs::exists(fs::u8path(caminho), erro);
-}
-
-// Why a file cannot be validated, told before the library is asked; empty when nothing is
-// wrong that the tool can see.
-std::string MotivoAparente(const std::string& arquivo, const std::string& diretorio) {
-  std::error_code erro;
-  if (!fs::is_directory(fs::u8path(diretorio), erro)) {
-    return "diretório de trabalho não encontrado: " + diretorio;
-  }
-  if (!fs::exists(fs::u8path(arquivo), erro)) return "arquivo não encontrado: " + arquivo;
-  if (fs::is_directory(fs::u8path(arquivo), erro)) return "o caminho é um diretório: " + arquivo;
-  return {};
-}
-
-std::uint64_t Tamanho(const std::string& arquivo) {
-  std::error_code erro;
-  const auto tamanho = fs::file_size(fs::u8path(arquivo), erro);
-  return erro ? 0 : tamanho;
+  return fs::is_regular_file(fs::u8path(caminho), erro);
 }
 
 Relogio RelogioDe(const OpcoesGerais& gerais) {
@@ -50,184 +28,336 @@ Relogio RelogioDe(const OpcoesGerais& gerais) {
   return [hoje] { return hoje; };
 }
 
-// Invoices are checked against the home state's registrations; tell once when nothing can
-// check them.
-void AvisaSemInscricao(Tipo tipo, const OpcoesGerais& gerais) {
-  if (tipo != Tipo::kNotas || gerais.quieto || VerificadorInscricaoDisponivel()) return;
-  fmt::print(stderr,
-             "quorvvalida: aviso: a biblioteca de inscrição estadual (libDllInscE32.so) não foi "
-             "encontrada; toda inscrição estadual de QZ será recusada. Informe-a com "
-             "--inscricao-lib CAMINHO ou LD_LIBRARY_PATH.\n");
+// The warnings file as the library names it: the directory, the platform's separator and
+// ADVERTENCIAS.TXT.
+std::string CaminhoAdvertencias(const std::string& diretorio) {
+  return (fs::u8path(diretorio) / "ADVERTENCIAS.TXT").u8string();
+}
+
+// A library failure told for the file and the directory concerned, in one line.
+std::string MensagemDaFalha(Falha falha, const std::string& mostrado,
+                            const std::string& diretorio) {
+  const std::string advertencias = CaminhoAdvertencias(diretorio);
+  switch (falha) {
+    case Falha::EntradaInacessivel:
+      return MotivoDaEntrada(mostrado);
+    case Falha::DiretorioInexistente:
+      return "diretório de trabalho não encontrado: " + diretorio;
+    case Falha::EntradaEhAdvertencias:
+      return fmt::format(
+          "o arquivo a validar é o próprio ADVERTENCIAS.TXT do diretório de trabalho ({}), que a "
+          "validação substituiria; nada foi validado e o arquivo ficou como estava; use outro "
+          "diretório de trabalho (-d)",
+          advertencias);
+    case Falha::AdvertenciasNaoCriadas:
+      return "não foi possível criar o arquivo de advertências: " + advertencias +
+             "; verifique se o diretório de trabalho aceita gravação";
+    case Falha::EscritaAdvertencias:
+      return "falha ao gravar o arquivo de advertências (disco cheio ou erro de entrada e "
+             "saída): " +
+             advertencias + "; ele não contém todas as advertências da validação";
+    case Falha::ErroGrave:
+      return "a validação das fichas parou num registro cujo tipo não é numérico (uma linha "
+             "vazia, por exemplo); as advertências até ali estão em " +
+             advertencias;
+    case Falha::FalhaInterna:
+      return "falha interna durante a validação (memória ou uma exceção inesperada)";
+    default:
+      return DescricaoDaFalha(falha);
+  }
 }
 
 }  // namespace
 
-void Erro(const std::string& mensagem) {
-  fmt::print(stderr, "quorvvalida: {}\n", mensagem);
+std::string MotivoDaEntrada(const std::string& arquivo) {
+  std::error_code erro;
+  const fs::path caminho = fs::u8path(arquivo);
+  if (!fs::exists(caminho, erro)) return "arquivo não encontrado: " + arquivo;
+  if (fs::is_directory(caminho, erro)) {
+    return "o caminho é um diretório, não um arquivo: " + arquivo +
+           "; use --recursivo para validar os arquivos dentro dele";
+  }
+  return "não foi possível ler o arquivo: " + arquivo;
 }
 
-int ValidaArquivo(std::optional<Tipo> tipo, const OpcoesValidacao& opcoes,
-                  const OpcoesGerais& gerais) {
-  if (!tipo) {
-    const Identificacao identificacao = IdentificaTipo(opcoes.arquivo);
-    if (!identificacao.aberto) {
-      Erro("não foi possível abrir o arquivo: " + opcoes.arquivo);
-      return kNaoValidado;
-    }
-    if (!identificacao.identificado) {
-      Erro(
-          fmt::format("não foi possível identificar o tipo do arquivo {}: a primeira linha tem {} "
-                      "caracteres, e são esperados 160 (notas fiscais de produtor) ou 260 (ficha "
-                      "cadastral). Use 'quorvvalida notas' ou 'quorvvalida fichas' para escolher.",
-                      opcoes.arquivo, identificacao.comprimento));
-      return kNaoValidado;
-    }
-    tipo = identificacao.tipo;
+Relator::Relator(const OpcoesGerais& gerais)
+    : gerais_(gerais), escritor_([](std::string_view bytes) {
+        return std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size();
+      }) {}
+
+void Relator::Validacao(const ResultadoValidacao& resultado) {
+  if (gerais_.json) {
+    json_v1::EscreveValidacao(escritor_, resultado);
+    return;
   }
-  AvisaSemInscricao(*tipo, gerais);
+  if (!gerais_.quieto) ImprimeResumo(resultado, gerais_.limite);
+  std::fflush(stdout);
+  if (resultado.erro) Aviso(resultado.erro->mensagem);
+  if (resultado.diagnostico) Aviso("diagnóstico: " + resultado.diagnostico->mensagem);
+}
 
-  Relatorio relatorio;
-  relatorio.arquivo = opcoes.arquivo;
-  relatorio.tipo = *tipo;
-  relatorio.separador = opcoes.separador;
-  relatorio.caminhoAdvertencias = CaminhoAdvertencias(opcoes.diretorio);
-  const std::string motivo = MotivoAparente(opcoes.arquivo, opcoes.diretorio);
+void Relator::Web(const ResultadoWeb& resultado) {
+  if (gerais_.json) {
+    json_v1::EscreveWeb(escritor_, resultado);
+    return;
+  }
+  if (!gerais_.quieto) ImprimeWeb(resultado);
+  std::fflush(stdout);
+  if (resultado.erro) Aviso(resultado.erro->mensagem);
+}
 
-  BarraDeProgresso barra(!gerais.quieto && ErroEhTerminal(), *tipo, Tamanho(opcoes.arquivo));
-  const auto progresso = [&barra](double& porcentagem) { barra.Atualiza(porcentagem); };
-  if (*tipo == Tipo::kNotas) {
-    Validacao validacao;
+void Relator::Mensagem(const ResultadoMensagem& resultado) {
+  if (gerais_.json) {
+    json_v1::EscreveMensagem(escritor_, resultado);
+    return;
+  }
+  if (!gerais_.quieto) fmt::print("{}\n", resultado.mensagem);
+  std::fflush(stdout);
+  if (!resultado.conhecido) {
+    Aviso(
+        fmt::format("o código {} não está no catálogo de {}; o texto mostrado é a resposta "
+                    "padrão do catálogo",
+                    resultado.codigo, DescricaoDoTipo(resultado.tipo)));
+  }
+}
+
+void Relator::Lote(const ResumoLote& resumo) {
+  if (gerais_.json) {
+    json_v1::EscreveResumoLote(escritor_, resumo);
+  } else if (!gerais_.quieto) {
+    ImprimeResumoLote(resumo);
+  }
+}
+
+int Relator::Falha(const Erro& erro, int codigoSaida, const std::string& arquivo) {
+  if (gerais_.json) {
+    json_v1::EscreveErro(escritor_, erro, codigoSaida, arquivo);
+  } else {
+    Aviso(erro.mensagem);
+  }
+  return codigoSaida;
+}
+
+void Relator::Nota(const std::string& texto) {
+  std::fflush(stdout);
+  Aviso(texto);
+}
+
+int Relator::Encerra(int codigoSaida) {
+  escritor_.Descarrega();
+  if (escritor_.Falhou() || !SaidaGravada()) {
+    Aviso(
+        "falha ao escrever na saída padrão (disco cheio ou saída fechada); o resultado "
+        "mostrado está incompleto");
+    return PiorCodigo(codigoSaida, kFalhaEntradaSaida);
+  }
+  return codigoSaida;
+}
+
+ResultadoValidacao ValidaUm(const std::string& mostrado, const std::string& caminho, Tipo tipo,
+                            const std::string& diretorio, const OpcoesValidacao& opcoes,
+                            const OpcoesGerais& gerais,
+                            const std::function<void(double&)>& progresso) {
+  ResultadoValidacao resultado;
+  resultado.arquivo = mostrado;
+  resultado.tipo = tipo;
+  resultado.diretorio = diretorio;
+  resultado.separador = opcoes.separador;
+  Falha falha = Falha::Nenhuma;
+  if (tipo == Tipo::kNotas) {
+    quorv::Validacao validacao;
     validacao.Hoje = RelogioDe(gerais);
     validacao.Progress = progresso;
-    relatorio.status = validacao.Valida_Dados(
-        opcoes.arquivo, relatorio.numeroRemessa, opcoes.diretorio, opcoes.chaveRemessa,
-        opcoes.chaveProcessamento, opcoes.origem, opcoes.servidor, opcoes.separador);
+    resultado.status = validacao.Valida_Dados(caminho, resultado.numeroRemessa, diretorio,
+                                              opcoes.chaveRemessa, opcoes.chaveProcessamento,
+                                              opcoes.origem, opcoes.servidor, opcoes.separador);
+    falha = validacao.UltimaFalha();
   } else {
     ValidacaoFichaCadastral validacao;
     validacao.Hoje = RelogioDe(gerais);
     validacao.FichaProgress = progresso;
-    relatorio.status = validacao.Valida_Fichas(
-        opcoes.arquivo, relatorio.numeroRemessa, opcoes.diretorio, opcoes.chaveRemessa,
-        opcoes.chaveProcessamento, opcoes.origem, opcoes.servidor, opcoes.separador);
-    if (relatorio.status == 9 && validacao.bTem_Erro_Grave) {
-      relatorio.motivo = "falha inesperada numa verificação (um tipo de registro não numérico)";
+    resultado.status = validacao.Valida_Fichas(caminho, resultado.numeroRemessa, diretorio,
+                                               opcoes.chaveRemessa, opcoes.chaveProcessamento,
+                                               opcoes.origem, opcoes.servidor, opcoes.separador);
+    falha = validacao.UltimaFalha();
+  }
+
+  // Only a warnings file that this run wrote is this run's: one that an earlier run left, where
+  // this one could not start, is named as such and never read.
+  const std::string advertencias = CaminhoAdvertencias(diretorio);
+  const bool existe = EhArquivoComum(advertencias);
+  if (existe && !FalhaAntesDasAdvertencias(falha)) resultado.caminhoAdvertencias = advertencias;
+  if (falha != Falha::Nenhuma) {
+    std::string mensagem = MensagemDaFalha(falha, mostrado, diretorio);
+    if (existe && FalhaAntesDasAdvertencias(falha) && falha != Falha::EntradaEhAdvertencias) {
+      mensagem += "; o " + advertencias + " que está lá é de uma execução anterior e não foi lido";
+    }
+    resultado.erro = Erro{TipoDaFalha(falha), mensagem};
+    resultado.codigoSaida = CodigoDaFalha(falha);
+  } else {
+    resultado.codigoSaida = resultado.caminhoAdvertencias.empty() ? kAceito : kComAdvertencias;
+  }
+  // A file that fails may fail for its encoding, its line ends or its kind: that is told apart.
+  if (falha == Falha::Nenhuma && resultado.codigoSaida == kComAdvertencias) {
+    resultado.diagnostico = Diagnostica(caminho, tipo);
+    if (resultado.diagnostico && mostrado == "-") {
+      // The copy of standard input has no name to give a command: the user's own file has.
+      resultado.diagnostico->mensagem += " (no lugar de '-', o arquivo que foi enviado)";
     }
   }
-  barra.Encerra();
-
-  if (relatorio.status == 9 && relatorio.motivo.empty()) {
-    relatorio.motivo =
-        motivo.empty() ? "o arquivo ou o arquivo de advertências não pôde ser aberto" : motivo;
-  }
-  relatorio.temAdvertencias = Existe(relatorio.caminhoAdvertencias);
-  if (gerais.json) {
-    ImprimeJson(relatorio);
-  } else if (!gerais.quieto) {
-    ImprimeResumo(relatorio, gerais.limite);
-  }
-  if (relatorio.status == 9) {
-    if (gerais.quieto || gerais.json) Erro("arquivo não validado: " + relatorio.motivo);
-    return kNaoValidado;
-  }
-  return relatorio.temAdvertencias ? kComAdvertencias : kSemAdvertencias;
+  return resultado;
 }
 
-int ValidaWeb(const OpcoesWeb& opcoes, const OpcoesGerais& gerais) {
-  const std::string motivo = MotivoAparente(opcoes.arquivo, opcoes.diretorio);
-  if (!motivo.empty()) {
-    Erro(motivo);
-    return kNaoValidado;
-  }
-  std::optional<Tipo> tipo;
+int ValidaWeb(const OpcoesWeb& opcoes, Relator& relator) {
+  ResultadoWeb resultado;
+  resultado.arquivo = opcoes.arquivo;
+  resultado.diretorio = opcoes.diretorio;
   if (!opcoes.tipo) {
     const Identificacao identificacao = IdentificaTipo(opcoes.arquivo);
-    if (!identificacao.identificado) {
-      Erro(
-          fmt::format("não foi possível identificar o tipo do arquivo {} (primeira linha com {} "
-                      "caracteres); informe --tipo P ou --tipo F",
-                      opcoes.arquivo, identificacao.comprimento));
-      return kNaoValidado;
+    if (!identificacao.aberto) {
+      return relator.Falha({"entrada_inacessivel", MotivoDaEntrada(opcoes.arquivo)},
+                           kFalhaEntradaSaida, opcoes.arquivo);
     }
-    tipo = identificacao.tipo;
+    if (!identificacao.identificado) {
+      return relator.Falha(
+          {"tipo_nao_identificado",
+           fmt::format("não foi possível identificar o tipo do arquivo {}: a primeira linha tem "
+                       "{} caracteres, e são esperados 160 (notas fiscais de produtor) ou 260 "
+                       "(ficha cadastral); informe --tipo P ou --tipo F",
+                       opcoes.arquivo, identificacao.comprimento)},
+          kUsoIncorreto, opcoes.arquivo);
+    }
+    resultado.tipo = identificacao.tipo;
   } else if (*opcoes.tipo == "P") {
-    tipo = Tipo::kNotas;
+    resultado.tipo = Tipo::kNotas;
   } else if (*opcoes.tipo == "F") {
-    tipo = Tipo::kFichas;
+    resultado.tipo = Tipo::kFichas;
   }
-  if (tipo) AvisaSemInscricao(*tipo, gerais);
 
+  // The return file's path, made with path operations: a relative name is taken inside the
+  // working directory. The facade joins the directory and a name as texts, so it is given the
+  // name that leads from the directory to that path.
+  const fs::path diretorio = fs::u8path(opcoes.diretorio);
+  const fs::path pedido = fs::u8path(opcoes.retorno);
+  const fs::path retorno = (pedido.is_absolute() ? pedido : diretorio / pedido).lexically_normal();
+  std::error_code erro;
+  const fs::path pasta = retorno.has_parent_path() ? retorno.parent_path() : fs::path(".");
+  if (fs::is_directory(diretorio, erro) && !fs::is_directory(pasta, erro)) {
+    return relator.Falha({"pasta_retorno_inexistente",
+                          "a pasta do arquivo de retorno não existe: " + pasta.u8string()},
+                         kFalhaEntradaSaida, opcoes.arquivo);
+  }
+  const fs::path relativo = fs::relative(retorno, diretorio, erro);
+  if (erro || relativo.empty()) {
+    return relator.Falha({"pasta_retorno_inexistente",
+                          "o arquivo de retorno não pode ser alcançado a partir do diretório de "
+                          "trabalho: " +
+                              retorno.u8string()},
+                         kFalhaEntradaSaida, opcoes.arquivo);
+  }
+  const std::string nome =
+      std::string(1, static_cast<char>(fs::path::preferred_separator)) + relativo.u8string();
+  const std::string caminhoRetorno = retorno.u8string();
+
+  if (resultado.tipo == Tipo::kNotas && !VerificadorInscricaoDisponivel()) {
+    relator.Nota(kSemInscricao);
+  }
   ValidacaoTarnWEB web;
-  web.Hoje = RelogioDe(gerais);
+  web.Hoje = RelogioDe(relator.Gerais());
   if (opcoes.tipoArquivo) web.TipoArquivo(*opcoes.tipoArquivo);
   if (opcoes.programaChamador) web.ProgramaChamador(*opcoes.programaChamador);
-  // The facade joins the directory and the return file's name as they are: the tool puts the
-  // separator between them.
-  const std::string nomeRetorno = "/" + opcoes.retorno;
-  const std::string caminhoRetorno =
-      fs::u8path(opcoes.diretorio + nomeRetorno).lexically_normal().u8string();
-  std::string numero;
-  bool resultado = false;
+  const std::string& base = opcoes.diretorio;
   if (opcoes.tipo) {
-    resultado =
-        web.Valida_TIPO(opcoes.arquivo, nomeRetorno, opcoes.diretorio, numero, *opcoes.tipo);
-  } else if (*tipo == Tipo::kNotas) {
-    resultado = web.Valida_Dados_Tarnweb(opcoes.arquivo, nomeRetorno, opcoes.diretorio, numero);
+    resultado.resultado =
+        web.Valida_TIPO(opcoes.arquivo, nome, base, resultado.numeroRemessa, *opcoes.tipo);
+  } else if (*resultado.tipo == Tipo::kNotas) {
+    resultado.resultado =
+        web.Valida_Dados_Tarnweb(opcoes.arquivo, nome, base, resultado.numeroRemessa);
   } else {
-    resultado =
-        web.Valida_Dados_Ficha_Cadastral(opcoes.arquivo, nomeRetorno, opcoes.diretorio, numero);
+    resultado.resultado =
+        web.Valida_Dados_Ficha_Cadastral(opcoes.arquivo, nome, base, resultado.numeroRemessa);
   }
-  const bool escreveuRetorno = !resultado && Existe(caminhoRetorno);
-
-  if (gerais.json) {
-    nlohmann::json documento = {
-        {"arquivo", opcoes.arquivo},
-        {"tipo", tipo ? nlohmann::json(NomeDoTipo(*tipo)) : nlohmann::json(nullptr)},
-        {"resultado", resultado},
-        {"numero_remessa", numero},
-        {"arquivo_retorno", escreveuRetorno ? nlohmann::json(caminhoRetorno) : nullptr},
-    };
-    fmt::print("{}\n", documento.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace));
-  } else if (!gerais.quieto) {
-    fmt::print("Arquivo:            {}\n", opcoes.arquivo);
-    fmt::print("Tipo:               {}\n",
-               tipo ? DescricaoDoTipo(*tipo) : "não reconhecido pela fachada (nada validado)");
-    fmt::print("Número da remessa:  {}\n", numero.empty() ? "(não lido)" : numero);
-    if (resultado) {
-      fmt::print("Resultado:          aceito, sem arquivo de advertências\n");
-    } else if (escreveuRetorno) {
-      fmt::print("Resultado:          com advertências; arquivo de retorno em {}\n",
-                 caminhoRetorno);
+  const quorv::Falha falha = web.UltimaFalha();
+  if (!resultado.resultado && falha != Falha::RetornoNaoCriado &&
+      falha != Falha::RetornoEhEntrada && EhArquivoComum(caminhoRetorno)) {
+    resultado.arquivoRetorno = caminhoRetorno;
+  }
+  if (falha != Falha::Nenhuma) {
+    std::string mensagem;
+    if (falha == Falha::RetornoNaoCriado) {
+      mensagem = "não foi possível criar o arquivo de retorno: " + caminhoRetorno;
+    } else if (falha == Falha::EscritaRetorno) {
+      mensagem = "falha ao gravar o arquivo de retorno (disco cheio ou erro de entrada e saída): " +
+                 caminhoRetorno + "; ele está incompleto";
+    } else if (falha == Falha::RetornoEhEntrada) {
+      mensagem = "o arquivo de retorno " + caminhoRetorno +
+                 " seria o próprio arquivo a validar ou o ADVERTENCIAS.TXT do diretório de "
+                 "trabalho; nada foi validado nem gravado";
     } else {
-      fmt::print("Resultado:          recusado\n");
+      mensagem = MensagemDaFalha(falha, opcoes.arquivo, opcoes.diretorio);
     }
+    resultado.erro = Erro{TipoDaFalha(falha), mensagem};
+    resultado.codigoSaida = CodigoDaFalha(falha);
+  } else {
+    resultado.codigoSaida = resultado.resultado ? kAceito : kComAdvertencias;
   }
-  return resultado ? kSemAdvertencias : kComAdvertencias;
+  relator.Web(resultado);
+  return resultado.codigoSaida;
 }
 
-int MostraMensagem(Tipo tipo, const std::string& codigo, const OpcoesGerais& gerais) {
-  std::size_t usados = 0;
-  int valor = 0;
-  try {
-    valor = std::stoi(codigo, &usados);
-  } catch (const std::exception&) {
-    usados = 0;
+int MostraMensagem(Tipo tipo, int codigo, Relator& relator) {
+  ResultadoMensagem resultado;
+  resultado.tipo = tipo;
+  resultado.codigo = codigo;
+  const auto curto = static_cast<int16_t>(codigo);
+  if (tipo == Tipo::kNotas) {
+    resultado.mensagem = clsQuorvMsg().MensagemAdvertencia(curto);
+    // The invoice catalogue answers this text for every code it does not hold.
+    resultado.conhecido = resultado.mensagem != "Erro não cadastrado";
+  } else {
+    resultado.mensagem = clsQuorvMsgFichas().MensagemAdvertenciaFichas(curto);
+    // The form catalogue answers the empty text for every code it does not hold.
+    resultado.conhecido = !resultado.mensagem.empty();
   }
-  if (usados != codigo.size() || valor < INT16_MIN || valor > INT16_MAX) {
-    Erro("código de advertência inválido: " + codigo + " (use um número inteiro)");
-    return kNaoValidado;
+  resultado.codigoSaida = resultado.conhecido ? kAceito : kComAdvertencias;
+  relator.Mensagem(resultado);
+  return resultado.codigoSaida;
+}
+
+int ListaAdvertencias(Tipo tipo, const std::string& arquivo, Relator& relator) {
+  if (!EhArquivoComum(arquivo)) {
+    return relator.Falha({"entrada_inacessivel", MotivoDaEntrada(arquivo)}, kFalhaEntradaSaida,
+                         arquivo);
   }
-  const auto curto = static_cast<int16_t>(valor);
-  const std::string texto = tipo == Tipo::kNotas
-                                ? clsQuorvMsg().MensagemAdvertencia(curto)
-                                : clsQuorvMsgFichas().MensagemAdvertenciaFichas(curto);
-  if (gerais.json) {
-    fmt::print(
-        "{}\n",
-        nlohmann::json{{"tipo", NomeDoTipo(tipo)}, {"codigo", valor}, {"mensagem", texto}}.dump());
-  } else if (!gerais.quieto) {
-    fmt::print("{}\n", texto);
+  const ExameAdvertencias exame = ExaminaAdvertencias(arquivo);
+  if (!exame.legivel) {
+    return relator.Falha({"entrada_inacessivel", MotivoDaEntrada(arquivo)}, kFalhaEntradaSaida,
+                         arquivo);
   }
-  return kSemAdvertencias;
+  if (!exame.valido) {
+    return relator.Falha(
+        {"nao_e_advertencias",
+         fmt::format("{} não é um arquivo de advertências: a linha {} não tem o código, as duas "
+                     "chaves, o registro de {} caracteres e o número da linha separados por #",
+                     arquivo, exame.linhaRuim, tipo == Tipo::kNotas ? 160 : 260)},
+        kFalhaEntradaSaida, arquivo);
+  }
+  if (exame.tipo && *exame.tipo != tipo) {
+    const char* outro = NomeDoTipo(*exame.tipo);
+    return relator.Falha(
+        {"nao_e_advertencias",
+         fmt::format("{} é um arquivo de advertências de {}, não de {}; use: quorvvalida "
+                     "advertencias {} {}",
+                     arquivo, DescricaoDoTipo(*exame.tipo), DescricaoDoTipo(tipo), outro,
+                     AspasDoShell(arquivo))},
+        kFalhaEntradaSaida, arquivo);
+  }
+  if (relator.Gerais().json) {
+    json_v1::EscreveListaAdvertencias(relator.Escritor(), arquivo, tipo, kAceito);
+  } else if (!relator.Gerais().quieto) {
+    ImprimeListaAdvertencias(arquivo, tipo);
+  }
+  return kAceito;
 }
 
 }  // namespace quorv::ferramenta

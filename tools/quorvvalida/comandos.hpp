@@ -1,19 +1,19 @@
-// The tool's commands, each a thin layer over the library.
+// The tool's commands, each a thin layer over the library, and how their outcomes are told: one
+// JSON object each with --json, else a summary on stdout and one line on stderr per error.
 #ifndef QUORVVALIDA_TOOLS_COMANDOS_HPP_
 #define QUORVVALIDA_TOOLS_COMANDOS_HPP_
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
+#include "json_v1.hpp"
+#include "resultados.hpp"
 #include "tipo_arquivo.hpp"
 
 namespace quorv::ferramenta {
-
-// Exit codes: how the component's callers judge a run.
-inline constexpr int kSemAdvertencias = 0;  // no warnings file remains
-inline constexpr int kComAdvertencias = 1;  // warnings were recorded
-inline constexpr int kNaoValidado = 2;      // status 9, a missing file, a usage error
 
 // Options every command shares.
 struct OpcoesGerais {
@@ -25,13 +25,19 @@ struct OpcoesGerais {
 
 // The arguments of Valida_Dados and Valida_Fichas.
 struct OpcoesValidacao {
-  std::string arquivo;
   std::string diretorio = ".";
   double chaveRemessa = 0;
   double chaveProcessamento = 0;
   std::string origem;
   std::string servidor;
   std::string separador = "#";
+};
+
+// The files of a validating command.
+struct OpcoesLote {
+  std::vector<std::string> arquivos;
+  bool recursivo = false;
+  unsigned tarefas = 1;  // threads
 };
 
 // The arguments of the web facade.
@@ -44,21 +50,61 @@ struct OpcoesWeb {
   std::optional<std::string> programaChamador;
 };
 
-// Validates a file of the kind given, or of the kind its first line tells.
-int ValidaArquivo(std::optional<Tipo> tipo, const OpcoesValidacao& opcoes,
-                  const OpcoesGerais& gerais);
+// Tells the outcomes in the format asked for: a JSON object on stdout, or a summary on stdout
+// (not with -q) and errors and diagnoses as lines on stderr.
+class Relator {
+ public:
+  explicit Relator(const OpcoesGerais& gerais);
+
+  const OpcoesGerais& Gerais() const { return gerais_; }
+  void Validacao(const ResultadoValidacao& resultado);
+  void Web(const ResultadoWeb& resultado);
+  void Mensagem(const ResultadoMensagem& resultado);
+  void Lote(const ResumoLote& resumo);
+  // A command that failed before it had a result; answers the exit code.
+  int Falha(const Erro& erro, int codigoSaida, const std::string& arquivo = {});
+  // A notice about the environment: on stderr always, whatever the format and -q.
+  void Nota(const std::string& texto);
+  // The exit code once all is told: a stdout that lost what was written to it is a failure
+  // of output (3), told on stderr.
+  int Encerra(int codigoSaida);
+  json_v1::Escritor& Escritor() { return escritor_; }
+
+ private:
+  OpcoesGerais gerais_;
+  json_v1::Escritor escritor_;
+};
+
+// Validates one file in the working directory given: the library run, its failure, the warnings
+// it left (only when this run wrote them) and the diagnosis of a file that fails. `mostrado` is
+// the file's name as the user gave it.
+ResultadoValidacao ValidaUm(const std::string& mostrado, const std::string& caminho, Tipo tipo,
+                            const std::string& diretorio, const OpcoesValidacao& opcoes,
+                            const OpcoesGerais& gerais,
+                            const std::function<void(double&)>& progresso);
+
+// The validating commands: one file or many (lote.cpp). The kind is given, or told for each file
+// by its first line.
+int ValidaArquivos(std::optional<Tipo> tipo, const OpcoesValidacao& opcoes, const OpcoesLote& lote,
+                   Relator& relator);
 
 // Runs the web facade and reports where its return file went.
-int ValidaWeb(const OpcoesWeb& opcoes, const OpcoesGerais& gerais);
+int ValidaWeb(const OpcoesWeb& opcoes, Relator& relator);
 
 // Prints the catalogue's text of a warning code.
-int MostraMensagem(Tipo tipo, const std::string& codigo, const OpcoesGerais& gerais);
+int MostraMensagem(Tipo tipo, int codigo, Relator& relator);
 
 // Lists a warnings file through the component's reader.
-int ListaAdvertencias(Tipo tipo, const std::string& arquivo, const OpcoesGerais& gerais);
+int ListaAdvertencias(Tipo tipo, const std::string& arquivo, Relator& relator);
 
-// Prints an error of the tool on stderr ("quorvvalida: ...").
-void Erro(const std::string& mensagem);
+// The notice of a run of invoices without a state-registration checker.
+inline constexpr const char* kSemInscricao =
+    "aviso: a biblioteca de inscrição estadual (libDllInscE32.so) não foi encontrada; toda "
+    "inscrição estadual de QZ será recusada. Informe-a com --inscricao-lib CAMINHO ou "
+    "LD_LIBRARY_PATH.";
+
+// Why a file could not be opened: missing, a directory, or unreadable.
+std::string MotivoDaEntrada(const std::string& arquivo);
 
 }  // namespace quorv::ferramenta
 

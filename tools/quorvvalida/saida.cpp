@@ -3,55 +3,79 @@
 #include <cstdio>
 
 #include <fmt/core.h>
-#include <nlohmann/json.hpp>
 
 #include "advertencias_arquivo.hpp"
+#include "invoices/messages/cls_quorv_adv_bd.hpp"
+#include "quorvvalida/cls_quorv_adv_bd_fichas.hpp"
 
 namespace quorv::ferramenta {
+namespace {
 
-std::string SignificadoDoStatus(Tipo tipo, int16_t status) {
-  switch (status) {
-    case 0:
-      return "arquivo lido até o trailer, sem advertências";
-    case 1:
-      return "advertências nos registros; arquivo lido até o fim";
-    case 8:
-      return tipo == Tipo::kNotas
-                 ? "erro de estrutura; validação interrompida na linha da advertência"
-                 : "validação encerrada no trailer ou num erro de estrutura";
-    case 9:
-      return "arquivo não validado";
-    default:
-      return "status desconhecido";
-  }
+std::string Apara(const std::string& texto) {
+  const auto primeiro = texto.find_first_not_of(' ');
+  if (primeiro == std::string::npos) return {};
+  return texto.substr(primeiro, texto.find_last_not_of(' ') - primeiro + 1);
 }
 
-void ImprimeResumo(const Relatorio& relatorio, std::uint64_t limite) {
+// Walks the reader as its callers do: use the current record, test the end, move on.
+template <typename Leitor>
+std::int32_t Lista(const std::string& arquivo, Tipo tipo) {
+  Leitor leitor;
+  leitor.OpenStream(arquivo);
+  const char* rotuloNota = tipo == Tipo::kNotas ? "Nota" : "Solicitação";
+  if (leitor.TotalRecords() > 0) {
+    fmt::print("{:>8}  {:<3}  {:<20}  {}\n", "Linha", "TR", rotuloNota, "Descrição");
+  }
+  std::int32_t lidos = 0;
+  for (; lidos < leitor.TotalRecords(); ++lidos) {
+    fmt::print("{:>8}  {:<3}  {:<20}  {}\n", leitor.LINHA(), leitor.TR(), leitor.Nota(),
+               Apara(leitor.Descricao()));
+    if (leitor.EndOfStream()) {
+      ++lidos;
+      break;
+    }
+    leitor.MoveNext();
+  }
+  leitor.CloseStream();
+  fmt::print("{} advertência(s)\n", lidos);
+  return lidos;
+}
+
+}  // namespace
+
+void Aviso(const std::string& texto) {
+  fmt::print(stderr, "quorvvalida: {}\n", texto);
+}
+
+void ImprimeResumo(const ResultadoValidacao& resultado, std::uint64_t limite) {
+  const bool temAdvertencias = !resultado.caminhoAdvertencias.empty();
   std::uint64_t total = 0;
-  if (relatorio.temAdvertencias) {
-    total = LeAdvertencias(relatorio.caminhoAdvertencias, relatorio.separador, relatorio.tipo,
+  if (temAdvertencias) {
+    total = LeAdvertencias(resultado.caminhoAdvertencias, resultado.separador, resultado.tipo,
                            [](const Advertencia&) {});
   }
   // How the component's callers judge a run: by the warnings file, not by the status.
-  const char* resultado = relatorio.status == 9       ? "não validado"
-                          : relatorio.temAdvertencias ? "com advertências"
-                                                      : "aceito, sem advertências";
-  fmt::print("Resultado:          {}\n", resultado);
-  fmt::print("Arquivo:            {}\n", relatorio.arquivo);
-  fmt::print("Tipo:               {}\n", DescricaoDoTipo(relatorio.tipo));
+  const char* veredito = resultado.erro    ? "não validado"
+                         : temAdvertencias ? "com advertências"
+                                           : "aceito, sem advertências";
+  if (resultado.erro && temAdvertencias) veredito = "validação incompleta";
+  fmt::print("Resultado:          {}\n", veredito);
+  fmt::print("Arquivo:            {}\n", resultado.arquivo);
+  fmt::print("Tipo:               {}\n", DescricaoDoTipo(resultado.tipo));
   fmt::print("Número da remessa:  {}\n",
-             relatorio.numeroRemessa.empty() ? "(não lido)" : relatorio.numeroRemessa);
-  fmt::print("Status:             {} ({}{}{})\n", relatorio.status,
-             SignificadoDoStatus(relatorio.tipo, relatorio.status),
-             relatorio.motivo.empty() ? "" : ": ", relatorio.motivo);
-  if (!relatorio.temAdvertencias) {
+             resultado.numeroRemessa.empty() ? "(não lido)" : resultado.numeroRemessa);
+  fmt::print("Status:             {} ({})\n", resultado.status,
+             SignificadoDoStatus(resultado.tipo, resultado.status));
+  if (!temAdvertencias) {
     fmt::print("Advertências:       nenhuma\n");
     return;
   }
-  fmt::print("Advertências:       {} em {}\n\n", total, relatorio.caminhoAdvertencias);
-  fmt::print("{:>8}  {:>6}  {:<3}  {}\n", "Linha", "Código", "TR", "Mensagem");
+  fmt::print("Advertências:       {} em {}\n", total, resultado.caminhoAdvertencias);
+  // A warnings file that could not be written whole is not shown as if it were the run's.
+  if (resultado.erro) return;
+  fmt::print("\n{:>8}  {:>6}  {:<3}  {}\n", "Linha", "Código", "TR", "Mensagem");
   std::uint64_t impressas = 0;
-  LeAdvertencias(relatorio.caminhoAdvertencias, relatorio.separador, relatorio.tipo,
+  LeAdvertencias(resultado.caminhoAdvertencias, resultado.separador, resultado.tipo,
                  [&](const Advertencia& advertencia) {
                    if (limite != 0 && impressas >= limite) return;
                    ++impressas;
@@ -60,45 +84,44 @@ void ImprimeResumo(const Relatorio& relatorio, std::uint64_t limite) {
                  });
   if (impressas < total) {
     fmt::print("... e mais {} advertências (veja {})\n", total - impressas,
-               relatorio.caminhoAdvertencias);
+               resultado.caminhoAdvertencias);
   }
 }
 
-void ImprimeJson(const Relatorio& relatorio) {
-  nlohmann::json resumo = {
-      {"arquivo", relatorio.arquivo},
-      {"tipo", NomeDoTipo(relatorio.tipo)},
-      {"status", relatorio.status},
-      {"significado", SignificadoDoStatus(relatorio.tipo, relatorio.status)},
-      {"numero_remessa", relatorio.numeroRemessa},
-      {"arquivo_advertencias",
-       relatorio.temAdvertencias ? nlohmann::json(relatorio.caminhoAdvertencias) : nullptr},
-  };
-  if (!relatorio.motivo.empty()) resumo["motivo"] = relatorio.motivo;
-  // The warnings are written one by one as they are read, so that a file of millions of
-  // warnings is never held in memory; the document closes with their count.
-  std::string cabeca = resumo.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
-  cabeca.pop_back();
-  fmt::print("{},\"advertencias\":[", cabeca);
-  std::uint64_t escritas = 0;
-  if (relatorio.temAdvertencias) {
-    LeAdvertencias(
-        relatorio.caminhoAdvertencias, relatorio.separador, relatorio.tipo,
-        [&](const Advertencia& advertencia) {
-          nlohmann::json item = {
-              {"codigo", advertencia.codigoNumero ? nlohmann::json(*advertencia.codigoNumero)
-                                                  : nlohmann::json(advertencia.codigo)},
-              {"linha", advertencia.linhaNumero ? nlohmann::json(*advertencia.linhaNumero)
-                                                : nlohmann::json(nullptr)},
-              {"tr", advertencia.tr},
-              {"mensagem", advertencia.mensagem},
-          };
-          if (!advertencia.linhaNumero) item["linha_texto"] = advertencia.linha;
-          fmt::print("{}{}", escritas++ == 0 ? "" : ",",
-                     item.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace));
-        });
+void ImprimeWeb(const ResultadoWeb& resultado) {
+  fmt::print("Arquivo:            {}\n", resultado.arquivo);
+  fmt::print("Tipo:               {}\n", resultado.tipo
+                                             ? DescricaoDoTipo(*resultado.tipo)
+                                             : "não reconhecido pela fachada (nada validado)");
+  fmt::print("Número da remessa:  {}\n",
+             resultado.numeroRemessa.empty() ? "(não lido)" : resultado.numeroRemessa);
+  if (resultado.erro) {
+    fmt::print("Resultado:          não validado\n");
+  } else if (resultado.resultado) {
+    fmt::print("Resultado:          aceito, sem arquivo de advertências\n");
+  } else if (!resultado.arquivoRetorno.empty()) {
+    fmt::print("Resultado:          com advertências; arquivo de retorno em {}\n",
+               resultado.arquivoRetorno);
+  } else {
+    fmt::print("Resultado:          recusado\n");
   }
-  fmt::print("],\"total_advertencias\":{}}}\n", escritas);
+}
+
+void ImprimeResumoLote(const ResumoLote& resumo) {
+  fmt::print(
+      "Lote:               {} arquivo(s): {} aceito(s), {} com advertências, {} com "
+      "falha; {} advertência(s) ao todo\n",
+      resumo.arquivos, resumo.aceitos, resumo.comAdvertencias, resumo.comFalha,
+      resumo.totalAdvertencias);
+}
+
+std::int32_t ImprimeListaAdvertencias(const std::string& arquivo, Tipo tipo) {
+  return tipo == Tipo::kNotas ? Lista<clsQuorvAdvBD>(arquivo, tipo)
+                              : Lista<clsQuorvAdvBDFichas>(arquivo, tipo);
+}
+
+bool SaidaGravada() {
+  return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
 }
 
 }  // namespace quorv::ferramenta

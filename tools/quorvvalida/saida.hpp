@@ -1,35 +1,32 @@
-// What the tool prints: a summary and a table for people, one JSON document for scripts.
+// What the tool prints for people: a summary and a table of warnings on stdout, and every error,
+// notice and diagnosis as one line on stderr ("quorvvalida: ...").
 #ifndef QUORVVALIDA_TOOLS_SAIDA_HPP_
 #define QUORVVALIDA_TOOLS_SAIDA_HPP_
 
 #include <cstdint>
 #include <string>
 
-#include "tipo_arquivo.hpp"
+#include "resultados.hpp"
 
 namespace quorv::ferramenta {
 
-// The outcome of one validation.
-struct Relatorio {
-  std::string arquivo;
-  Tipo tipo = Tipo::kNotas;
-  int16_t status = 0;
-  std::string numeroRemessa;
-  // Why the file could not be validated, when the status is 9.
-  std::string motivo;
-  std::string caminhoAdvertencias;
-  bool temAdvertencias = false;
-  std::string separador;
-};
+// One line on stderr: "quorvvalida: " and the text.
+void Aviso(const std::string& texto);
 
-// The meaning of a run status for the kind of file.
-std::string SignificadoDoStatus(Tipo tipo, int16_t status);
+// The summary of a validation, then the table of its warnings (at most `limite` rows; 0 = all).
+void ImprimeResumo(const ResultadoValidacao& resultado, std::uint64_t limite);
 
-// Summary, then the table of warnings (at most `limite` rows; 0 = all).
-void ImprimeResumo(const Relatorio& relatorio, std::uint64_t limite);
+// The summary of a call of the web facade.
+void ImprimeWeb(const ResultadoWeb& resultado);
 
-// One JSON document with the summary and every warning.
-void ImprimeJson(const Relatorio& relatorio);
+// The summary of a batch.
+void ImprimeResumoLote(const ResumoLote& resumo);
+
+// Lists a warnings file through the library's reader of its kind; answers how many it listed.
+std::int32_t ImprimeListaAdvertencias(const std::string& arquivo, Tipo tipo);
+
+// Flushes stdout; false when something written to it was lost (a full disk, a closed pipe).
+bool SaidaGravada();
 
 }  // namespace quorv::ferramenta
 

@@ -54,6 +54,7 @@ bool ArquivoSaida::Fechar() {
   const bool escrito = Esvazia() && std::ferror(arquivo_) == 0;
   const bool fechado = std::fclose(arquivo_) == 0;
   arquivo_ = nullptr;
+  if (!escrito || !fechado) falhou_ = true;
   return escrito && fechado;
 }
 

@@ -27,6 +27,9 @@ class ArquivoSaida {
   bool Fechar();
   // True between Criar and Fechar.
   bool Aberto() const { return arquivo_ != nullptr; }
+  // True when a write, or the closing, failed since Criar: the file does not hold every byte
+  // given to it.
+  bool Falhou() const { return falhou_; }
 
  private:
   // Hands the buffer to the file; false when the file refused it.

@@ -37,10 +37,13 @@ using FuncaoBiblioteca = int16_t(QUORV_CHAMADA_PADRAO*)(const char* inscricao, c
 
 namespace inscricao {
 
-// The checker in force: a host's function when one was given, else the library.
+// The checker in force: a host's function when one was given, else the library. The library is
+// closed code of unknown thread safety: every call into it, from any run on any thread, holds
+// `trava`, one lock for the whole process. A host's function is called as it is.
 struct Verificador {
   VerificadorInscricao funcao;
   FuncaoBiblioteca biblioteca = nullptr;
+  std::mutex* trava = nullptr;
 };
 
 }  // namespace inscricao
@@ -85,7 +88,7 @@ class Registro {
     if (!biblioteca_ && !procurouPadrao_) {
       procurouPadrao_ = true;
       if (FuncaoBiblioteca funcao = CarregaBiblioteca(kBibliotecaPadrao)) {
-        biblioteca_ = std::make_shared<Verificador>(Verificador{{}, funcao});
+        biblioteca_ = std::make_shared<Verificador>(Verificador{{}, funcao, &chamadas_});
       }
     }
     return biblioteca_;
@@ -94,20 +97,23 @@ class Registro {
   void Substitui(VerificadorInscricao funcao) {
     std::lock_guard<std::mutex> trava(trava_);
     substituto_ =
-        funcao ? std::make_shared<Verificador>(Verificador{std::move(funcao), nullptr}) : nullptr;
+        funcao ? std::make_shared<Verificador>(Verificador{std::move(funcao), nullptr, nullptr})
+               : nullptr;
   }
 
   bool UsaBiblioteca(const std::string& caminho) {
     FuncaoBiblioteca funcao = CarregaBiblioteca(caminho);
     if (funcao == nullptr) return false;
     std::lock_guard<std::mutex> trava(trava_);
-    biblioteca_ = std::make_shared<Verificador>(Verificador{{}, funcao});
+    biblioteca_ = std::make_shared<Verificador>(Verificador{{}, funcao, &chamadas_});
     substituto_ = nullptr;
     return true;
   }
 
  private:
   std::mutex trava_;
+  // Held around every call into a loaded library, whichever library and whichever run.
+  std::mutex chamadas_;
   std::shared_ptr<const Verificador> substituto_;
   std::shared_ptr<const Verificador> biblioteca_;
   bool procurouPadrao_ = false;
@@ -126,6 +132,7 @@ bool Valida(const Verificador* verificador, std::string_view inscricao, std::str
   if (verificador->biblioteca != nullptr) {
     const std::string numero(inscricao);
     const std::string estado(uf);
+    std::lock_guard<std::mutex> trava(*verificador->trava);
     return verificador->biblioteca(numero.c_str(), estado.c_str()) == 0;
   }
   try {
