@@ -18,8 +18,10 @@ export class TabelaVirtual {
     grade.addEventListener('keydown', (evento) => this.tecla(evento));
   }
 
+  // A row's height in pixels: the stylesheet gives it in rem (--altura-linha), taller on phones.
   altura() {
-    return parseFloat(getComputedStyle(document.documentElement).fontSize) * 2.25;
+    const rem = parseFloat(getComputedStyle(document.documentElement).fontSize);
+    return rem * parseFloat(getComputedStyle(this.grade).getPropertyValue('--altura-linha'));
   }
 
   mostra(resultado, visiveis) {

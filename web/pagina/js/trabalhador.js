@@ -5,7 +5,31 @@
 import carregarQuorvValida from '../modulo/index.js';
 import { csvAdvertencias, erroDoStatus9, jsonValidacao, lerAdvertencias } from './advertencias.js';
 
-const moduloPronto = carregarQuorvValida();
+const moduloPronto = carregarQuorvValida().then((q) => {
+  lerEmJanelas(q.FS.filesystems.WORKERFS);
+  return q;
+});
+
+// The browser reads a chosen file through one synchronous request per read, which costs about as
+// much as the read itself at the library's 64 KiB: the file is taken 16 MiB at a time instead,
+// and each read is answered from that window.
+function lerEmJanelas(WORKERFS) {
+  const JANELA = 16 * 1024 * 1024;
+  WORKERFS.stream_ops.read = (stream, buffer, offset, length, position) => {
+    const no = stream.node;
+    if (position >= no.size) return 0;
+    let janela = no.janela;
+    if (!janela || position < janela.inicio || position >= janela.inicio + janela.bytes.length) {
+      const fim = Math.min(no.size, position + Math.max(JANELA, length));
+      const pedaco = WORKERFS.reader.readAsArrayBuffer(no.contents.slice(position, fim));
+      janela = no.janela = { inicio: position, bytes: new Uint8Array(pedaco) };
+    }
+    const de = position - janela.inicio;
+    const quantos = Math.min(length, janela.bytes.length - de);
+    buffer.set(janela.bytes.subarray(de, de + quantos), offset);
+    return quantos;
+  };
+}
 const ADVERTENCIAS = 'ADVERTENCIAS.TXT';
 let sequencia = 0;
 
