@@ -184,6 +184,17 @@ async function processaFila() {
   processaFila();
 }
 
+$('validar-de-novo').addEventListener('click', () => {
+  if (!atual || validando) return;
+  atual.resultado = null;
+  atual.estado = 'na fila';
+  $('resultado').hidden = true;
+  const item = atual;
+  atual = null;
+  desenhaItem(item);
+  processaFila();
+});
+
 $('cancelar').addEventListener('click', () => {
   const item = fila.find((i) => i.estado === 'validando…');
   if (item) item.cancelar();
@@ -211,6 +222,7 @@ function mostra(item, foco) {
   explicacao.className = 'explicacao';
   explicacao.textContent = `status ${r.status}: ${significado(item.especie, r.status)}${r.erro ? ` — ${r.erro.mensagem}` : ''}`;
   situacao.append(selo, explicacao);
+  $('aviso-inscricao').hidden = !(item.especie === 'notas' && item.opcoes.inscricao === 'nenhuma');
 
   const numeros = [
     ['Tipo', NOMES[item.especie]],
