@@ -3,4 +3,5 @@
 // address. In a browser both stay empty and the loader never asks for them.
 const emNode = typeof process === 'object' && typeof process.versions?.node === 'string';
 const require = emNode ? (await import('node:module')).createRequire(import.meta.url) : undefined;
-const __dirname = emNode ? require('node:path').dirname(require('node:url').fileURLToPath(import.meta.url)) : '';
+const __dirname =
+    emNode ? require('node:path').dirname(require('node:url').fileURLToPath(import.meta.url)) : '';

@@ -51,9 +51,7 @@ function verificador(funcao) {
 function propriedadeDeFuncao(classe, nome, definir, numero) {
   const guardada = Symbol(nome);
   Object.defineProperty(classe.prototype, nome, {
-    get() {
-      return this[guardada] ?? null;
-    },
+    get() { return this[guardada] ?? null; },
     set(funcao) {
       this[definir](protegida(funcao, nome, numero));
       this[guardada] = funcao ?? null;
@@ -66,15 +64,16 @@ function propriedadeDeFuncao(classe, nome, definir, numero) {
  * from beside this file unless `wasmBinary` is given; in a browser they are fetched from there.
  */
 export default async function carregarQuorvValida(opcoes = {}) {
-  const configuracao = { ...opcoes };
+  const configuracao = {...opcoes};
   if (emNode && configuracao.wasmBinary === undefined) {
-    const { readFile } = await import('node:fs/promises');
+    const {readFile} = await import('node:fs/promises');
     configuracao.wasmBinary = await readFile(new URL('./quorvvalida.wasm', import.meta.url));
   }
   const modulo = await criarModulo(configuracao);
   propriedadeDeFuncao(modulo.Validacao, 'Progress', '_DefinirProgress', false);
   propriedadeDeFuncao(modulo.Validacao, 'Hoje', '_DefinirHoje', true);
-  propriedadeDeFuncao(modulo.ValidacaoFichaCadastral, 'FichaProgress', '_DefinirFichaProgress', false);
+  propriedadeDeFuncao(
+      modulo.ValidacaoFichaCadastral, 'FichaProgress', '_DefinirFichaProgress', false);
   propriedadeDeFuncao(modulo.ValidacaoFichaCadastral, 'Hoje', '_DefinirHoje', true);
   propriedadeDeFuncao(modulo.ValidacaoTarnWEB, 'Hoje', '_DefinirHoje', true);
   modulo.DefinirVerificadorInscricao = (funcao) => {

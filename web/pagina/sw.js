@@ -6,19 +6,17 @@ const ARQUIVOS = __ARQUIVOS__;
 
 self.addEventListener('install', (evento) => {
   evento.waitUntil(
-    caches
-      .open(VERSAO)
-      .then((cache) => cache.addAll(ARQUIVOS))
-      .then(() => self.skipWaiting()),
+      caches.open(VERSAO).then((cache) => cache.addAll(ARQUIVOS)).then(() => self.skipWaiting()),
   );
 });
 
 self.addEventListener('activate', (evento) => {
   evento.waitUntil(
-    caches
-      .keys()
-      .then((nomes) => Promise.all(nomes.filter((n) => n !== VERSAO).map((n) => caches.delete(n))))
-      .then(() => self.clients.claim()),
+      caches.keys()
+          .then(
+              (nomes) =>
+                  Promise.all(nomes.filter((n) => n !== VERSAO).map((n) => caches.delete(n))))
+          .then(() => self.clients.claim()),
   );
 });
 
@@ -26,9 +24,8 @@ self.addEventListener('activate', (evento) => {
 self.addEventListener('fetch', (evento) => {
   if (evento.request.method !== 'GET') return;
   evento.respondWith(
-    caches
-      .open(VERSAO)
-      .then((cache) => cache.match(evento.request, { ignoreSearch: true }))
-      .then((guardado) => guardado || fetch(evento.request)),
+      caches.open(VERSAO)
+          .then((cache) => cache.match(evento.request, {ignoreSearch: true}))
+          .then((guardado) => guardado || fetch(evento.request)),
   );
 });

@@ -1,10 +1,10 @@
 // What the tests of the module and of the page share: the tree's paths, the native tool of the
 // same tree, files made by the project's generator, a static web server and the browser.
-import { spawnSync } from 'node:child_process';
-import { createReadStream, existsSync, mkdirSync, mkdtempSync, readFileSync, statSync } from 'node:fs';
-import { createServer } from 'node:http';
-import { tmpdir } from 'node:os';
-import { extname, join, normalize, resolve } from 'node:path';
+import {spawnSync} from 'node:child_process';
+import {createReadStream, existsSync, mkdirSync, mkdtempSync, readFileSync, statSync} from 'node:fs';
+import {createServer} from 'node:http';
+import {tmpdir} from 'node:os';
+import {extname, join, normalize, resolve} from 'node:path';
 
 export const RAIZ = resolve(new URL('../..', import.meta.url).pathname);
 export const DIST = join(RAIZ, 'web/dist');
@@ -18,38 +18,38 @@ export const BIBLIOTECA_EXEMPLO = join(NATIVO, 'tools/inscricao-exemplo/libDllIn
 export const HOJE = '20240630';
 export const HOJE_ISO = '2024-06-30';
 
-export function temporario(prefixo) {
-  return mkdtempSync(join(tmpdir(), prefixo));
-}
+export function temporario(prefixo) { return mkdtempSync(join(tmpdir(), prefixo)); }
 
 /** Runs the native tool; answers its exit code and its outputs. */
 export function nativo(argumentos, ambiente = {}) {
   const r = spawnSync(CLI, argumentos, {
     encoding: 'utf8',
     maxBuffer: 1 << 30,
-    env: { ...process.env, LD_LIBRARY_PATH: '', ...ambiente },
+    env: {...process.env, LD_LIBRARY_PATH: '', ...ambiente},
   });
   if (r.error) throw r.error;
-  return { codigo: r.status, saida: r.stdout, erros: r.stderr };
+  return {codigo: r.status, saida: r.stdout, erros: r.stderr};
 }
 
 /** The warnings of the tool's JSON object of a validation, whichever of its formats. */
 export function jsonNativo(argumentos) {
   const r = nativo([...argumentos, '--json']);
-  return { ...r, objeto: JSON.parse(r.saida.trim().split('\n').pop()) };
+  return {...r, objeto: JSON.parse(r.saida.trim().split('\n').pop())};
 }
 
 /** Files of both kinds written by the project's generator, kept in the build folder. */
 export function arquivosGerados(linhas) {
   const pasta = join(RAIZ, 'build/web-arquivos');
-  mkdirSync(pasta, { recursive: true });
+  mkdirSync(pasta, {recursive: true});
   const arquivos = {};
   for (const especie of ['notas', 'fichas']) {
     for (const defeitos of [false, true]) {
       const nome = `${especie}${defeitos ? '-com-defeitos' : ''}-${linhas}.txt`;
       const caminho = join(pasta, nome);
       if (!existsSync(caminho)) {
-        const r = spawnSync(GERADOR, [especie, '-n', String(linhas), ...(defeitos ? ['--defeitos'] : []), '-o', caminho]);
+        const r = spawnSync(
+            GERADOR,
+            [especie, '-n', String(linhas), ...(defeitos ? ['--defeitos'] : []), '-o', caminho]);
         if (r.status !== 0) throw new Error(`o gerador falhou: ${r.stderr}`);
       }
       arquivos[nome] = caminho;
@@ -82,7 +82,11 @@ const TIPOS = {
 export async function servidor(prefixo = '/') {
   const pedidos = [];
   const http = createServer((pedido, resposta) => {
-    pedidos.push({ metodo: pedido.method, url: pedido.url, tamanho: Number(pedido.headers['content-length'] ?? 0) });
+    pedidos.push({
+      metodo: pedido.method,
+      url: pedido.url,
+      tamanho: Number(pedido.headers['content-length'] ?? 0)
+    });
     pedido.resume();
     const url = new URL(pedido.url, 'http://localhost');
     if (!url.pathname.startsWith(prefixo)) {
@@ -104,7 +108,7 @@ export async function servidor(prefixo = '/') {
   });
   await new Promise((ok) => http.listen(0, '127.0.0.1', ok));
   const endereco = `http://127.0.0.1:${http.address().port}${prefixo}`;
-  return { endereco, pedidos, fecha: () => new Promise((ok) => http.close(ok)) };
+  return {endereco, pedidos, fecha: () => new Promise((ok) => http.close(ok))};
 }
 
 /**
@@ -112,7 +116,7 @@ export async function servidor(prefixo = '/') {
  * playwright takes a profile folder); never a browser of playwright's.
  */
 export async function navegador(opcoes = {}) {
-  const { chromium } = await import('playwright-core');
+  const {chromium} = await import('playwright-core');
   return chromium.launchPersistentContext(temporario('quorv-chromium-'), {
     executablePath: '/usr/bin/chromium',
     headless: true,
@@ -131,6 +135,4 @@ export async function navegador(opcoes = {}) {
   });
 }
 
-export function lerBytes(caminho) {
-  return readFileSync(caminho);
-}
+export function lerBytes(caminho) { return readFileSync(caminho); }

@@ -3,12 +3,13 @@
 // all three sides (--sem-verificar-inscricao, a checker that answers 0, the page's "aceitar
 // todas"), "today" pinned. Prints the medians, the ratios to the native tool and the module's
 // size. Not part of CI: node web/testes/bancada.mjs [REPETICOES]
-import { spawnSync } from 'node:child_process';
-import { statSync } from 'node:fs';
-import { basename, join } from 'node:path';
+import {spawnSync} from 'node:child_process';
+import {statSync} from 'node:fs';
+import {basename, join} from 'node:path';
 
 import carregarQuorvValida from '../dist/modulo/index.js';
-import { CLI, DIST, HOJE, HOJE_ISO, arquivosGerados, navegador, servidor, temporario } from './apoio.mjs';
+
+import {arquivosGerados, CLI, DIST, HOJE, HOJE_ISO, navegador, servidor, temporario} from './apoio.mjs';
 
 const repeticoes = Number(process.argv[2] ?? 5);
 const linhas = 1000000;
@@ -22,7 +23,8 @@ const mediana = (valores) => {
 function nativo() {
   const diretorio = temporario('quorv-bancada-');
   const inicio = performance.now();
-  const r = spawnSync(CLI, ['notas', arquivo, '-q', '-d', diretorio, '--hoje', HOJE, '--sem-verificar-inscricao']);
+  const r = spawnSync(
+      CLI, ['notas', arquivo, '-q', '-d', diretorio, '--hoje', HOJE, '--sem-verificar-inscricao']);
   const tempo = performance.now() - inicio;
   if (r.status !== 0) throw new Error(`o programa nativo saiu com ${r.status}`);
   return tempo;
@@ -31,7 +33,7 @@ function nativo() {
 // The module in node: the file read where it is (NODEFS), the call to Valida_Dados timed.
 const q = await carregarQuorvValida();
 q.FS.mkdir('/dados');
-q.FS.mount(q.FS.filesystems.NODEFS, { root: join(arquivo, '..') }, '/dados');
+q.FS.mount(q.FS.filesystems.NODEFS, {root: join(arquivo, '..')}, '/dados');
 q.FS.mkdir('/trabalho');
 q.DefinirVerificadorInscricao(() => 0);
 const hoje = q.SerialDaData(2024, 6, 30);
@@ -39,7 +41,7 @@ function modulo() {
   const v = new q.Validacao();
   v.Hoje = () => hoje;
   const inicio = performance.now();
-  const status = v.Valida_Dados(`/dados/${basename(arquivo)}`, { valor: '' }, '/trabalho');
+  const status = v.Valida_Dados(`/dados/${basename(arquivo)}`, {valor: ''}, '/trabalho');
   const tempo = performance.now() - inicio;
   v.delete();
   if (status !== 0) throw new Error(`o módulo respondeu ${status}`);
@@ -61,14 +63,20 @@ async function navegadorChromium() {
   await pagina.setInputFiles('#arquivos', arquivo);
   ++vez;
   const estado = pagina.locator(`#lista-arquivos li:nth-child(${vez}) .estado`);
-  await estado.filter({ hasText: 'validado em' }).waitFor({ timeout: 120000 });
+  await estado.filter({hasText: 'validado em'}).waitFor({timeout: 120000});
   const total = performance.now() - inicio;
   const texto = await estado.textContent();
-  const segundos = Number(texto.match(/validado em ([\d.,]+) s/)[1].replace('.', '').replace(',', '.'));
-  return { validacao: segundos * 1000, total };
+  const segundos =
+      Number(texto.match(/validado em ([\d.,]+) s/)[1].replace('.', '').replace(',', '.'));
+  return {validacao: segundos * 1000, total};
 }
 
-const tempos = { nativo: [], node: [], chromium: [], chromiumTotal: [] };
+const tempos = {
+  nativo: [],
+  node: [],
+  chromium: [],
+  chromiumTotal: []
+};
 modulo();
 for (let i = 0; i < repeticoes; ++i) {
   tempos.nativo.push(nativo());
@@ -82,8 +90,9 @@ await http.fecha();
 
 const n = mediana(tempos.nativo);
 const linha = (nome, valores) =>
-  `| ${nome} | ${(mediana(valores) / 1000).toFixed(3)} | ${(mediana(valores) / n).toFixed(2)} |`;
-console.log(`${basename(arquivo)}: ${statSync(arquivo).size} bytes, ${repeticoes} vezes cada, medianas`);
+    `| ${nome} | ${(mediana(valores) / 1000).toFixed(3)} | ${(mediana(valores) / n).toFixed(2)} |`;
+console.log(
+    `${basename(arquivo)}: ${statSync(arquivo).size} bytes, ${repeticoes} vezes cada, medianas`);
 console.log('| quem valida | tempo (s) | razão ao nativo |');
 console.log('|---|---:|---:|');
 console.log(linha('programa nativo (processo inteiro)', tempos.nativo));

@@ -4,25 +4,14 @@
 // while the page keeps answering, and the page works offline once loaded. Screenshots of the main
 // states go to build/web/capturas.
 import assert from 'node:assert/strict';
-import { existsSync, mkdirSync, readFileSync } from 'node:fs';
-import { basename, join } from 'node:path';
-import { after, before, describe, test } from 'node:test';
+import {existsSync, mkdirSync, readFileSync} from 'node:fs';
+import {basename, join} from 'node:path';
+import {after, before, describe, test} from 'node:test';
 
-import {
-  AMOSTRAS_ARQUIVOS,
-  HOJE,
-  HOJE_ISO,
-  RAIZ,
-  arquivosGerados,
-  jsonNativo,
-  navegador,
-  nativo,
-  servidor,
-  temporario,
-} from './apoio.mjs';
+import {AMOSTRAS_ARQUIVOS, arquivosGerados, HOJE, HOJE_ISO, jsonNativo, nativo, navegador, RAIZ, servidor, temporario,} from './apoio.mjs';
 
 const CAPTURAS = join(RAIZ, 'build/web/capturas');
-mkdirSync(CAPTURAS, { recursive: true });
+mkdirSync(CAPTURAS, {recursive: true});
 const especieDe = (caminho) => (basename(caminho).startsWith('notas') ? 'notas' : 'fichas');
 
 let http;
@@ -31,9 +20,11 @@ const pedidosDoNavegador = [];
 
 before(async () => {
   http = await servidor('/fazenda/validador/');
-  contexto = await navegador({ viewport: { width: 1280, height: 900 } });
-  contexto.on('request', (pedido) =>
-    pedidosDoNavegador.push({ url: pedido.url(), metodo: pedido.method(), corpo: pedido.postDataBuffer() }),
+  contexto = await navegador({viewport: {width: 1280, height: 900}});
+  contexto.on(
+      'request',
+      (pedido) => pedidosDoNavegador.push(
+          {url: pedido.url(), metodo: pedido.method(), corpo: pedido.postDataBuffer()}),
   );
 });
 
@@ -52,18 +43,19 @@ async function novaPagina() {
   await pagina.locator('#avancado summary').click();
   await pagina.fill('input[name="hoje"]', HOJE_ISO);
   await pagina.locator('#avancado summary').click();
-  return { pagina, erros };
+  return {pagina, erros};
 }
 
 // A file dropped on the zone as a person drags it from a folder.
 async function solta(pagina, caminho) {
   await pagina.locator('#zona').evaluate(
-    (zona, { nome, bytes }) => {
-      const transferencia = new DataTransfer();
-      transferencia.items.add(new File([new Uint8Array(bytes)], nome, { type: 'text/plain' }));
-      zona.dispatchEvent(new DragEvent('drop', { dataTransfer: transferencia, bubbles: true, cancelable: true }));
-    },
-    { nome: basename(caminho), bytes: [...readFileSync(caminho)] },
+      (zona, {nome, bytes}) => {
+        const transferencia = new DataTransfer();
+        transferencia.items.add(new File([new Uint8Array(bytes)], nome, {type: 'text/plain'}));
+        zona.dispatchEvent(
+            new DragEvent('drop', {dataTransfer: transferencia, bubbles: true, cancelable: true}));
+      },
+      {nome: basename(caminho), bytes: [...readFileSync(caminho)]},
   );
 }
 
@@ -77,7 +69,9 @@ async function linhasDaTabela(pagina) {
       await new Promise(requestAnimationFrame);
       for (const linha of rolagem.querySelectorAll('.linha:not([hidden])')) {
         const c = [...linha.children].map((s) => s.textContent);
-        linhas.set(Number(linha.getAttribute('aria-rowindex')), { linha: c[0], tr: c[1], codigo: c[2], mensagem: c[3] });
+        linhas.set(
+            Number(linha.getAttribute('aria-rowindex')),
+            {linha: c[0], tr: c[1], codigo: c[2], mensagem: c[3]});
       }
       if (rolagem.scrollTop + rolagem.clientHeight >= rolagem.scrollHeight - 1) break;
       rolagem.scrollTop += rolagem.clientHeight;
@@ -88,13 +82,13 @@ async function linhasDaTabela(pagina) {
 
 async function baixa(pagina, botao) {
   const [download] = await Promise.all([pagina.waitForEvent('download'), pagina.click(botao)]);
-  return { nome: download.suggestedFilename(), bytes: readFileSync(await download.path()) };
+  return {nome: download.suggestedFilename(), bytes: readFileSync(await download.path())};
 }
 
 describe('cada amostra solta na página', () => {
   for (const caminho of AMOSTRAS_ARQUIVOS) {
     test(basename(caminho), async () => {
-      const { pagina, erros } = await novaPagina();
+      const {pagina, erros} = await novaPagina();
       await solta(pagina, caminho);
       await pagina.locator('#resultado:not([hidden])').waitFor();
       const especie = especieDe(caminho);
@@ -116,19 +110,27 @@ describe('cada amostra solta na página', () => {
       } else {
         const tabela = await linhasDaTabela(pagina);
         assert.deepEqual(
-          tabela,
-          nativas.map((a) => ({ linha: String(a.linha), tr: a.tr, codigo: String(a.codigo), mensagem: a.mensagem })),
+            tabela,
+            nativas.map((a) => ({
+                          linha: String(a.linha),
+                          tr: a.tr,
+                          codigo: String(a.codigo),
+                          mensagem: a.mensagem
+                        })),
         );
         const advertencias = await baixa(pagina, '#baixar-advertencias');
         assert.equal(advertencias.nome, 'ADVERTENCIAS.TXT');
-        assert.ok(advertencias.bytes.equals(readFileSync(caminhoNativo)), 'ADVERTENCIAS.TXT byte a byte');
+        assert.ok(
+            advertencias.bytes.equals(readFileSync(caminhoNativo)), 'ADVERTENCIAS.TXT byte a byte');
 
         const json = await baixa(pagina, '#baixar-json');
         const objeto = JSON.parse(json.bytes.toString('utf8'));
         assert.equal(objeto.formato, 1);
         assert.equal(objeto.status, n.objeto.status);
         assert.equal(objeto.numero_remessa, n.objeto.numero_remessa);
-        assert.deepEqual(objeto.advertencias, nativas.map(({ codigo, linha, tr, mensagem }) => ({ codigo, linha, tr, mensagem })));
+        assert.deepEqual(
+            objeto.advertencias,
+            nativas.map(({codigo, linha, tr, mensagem}) => ({codigo, linha, tr, mensagem})));
         assert.equal(objeto.total_advertencias, nativas.length);
 
         const csv = await baixa(pagina, '#baixar-csv');
@@ -140,10 +142,12 @@ describe('cada amostra solta na página', () => {
       const r = nativo(['web', caminho, '-r', 'RETORNO.TXT', '-d', web, '--hoje', HOJE]);
       if (r.codigo === 1) {
         const retorno = await baixa(pagina, '#baixar-retorno');
-        assert.ok(retorno.bytes.equals(readFileSync(join(web, 'RETORNO.TXT'))), 'arquivo de retorno byte a byte');
+        assert.ok(
+            retorno.bytes.equals(readFileSync(join(web, 'RETORNO.TXT'))),
+            'arquivo de retorno byte a byte');
       } else {
         await pagina.click('#baixar-retorno');
-        await pagina.locator('#aviso-download', { hasText: 'aceitaria' }).waitFor();
+        await pagina.locator('#aviso-download', {hasText: 'aceitaria'}).waitFor();
       }
       assert.deepEqual(erros, []);
       await pagina.close();
@@ -168,14 +172,19 @@ describe('a página', () => {
   });
 
   test('o caminho principal só com o teclado, e capturas de tela', async () => {
-    const { pagina, erros } = await novaPagina();
-    await pagina.screenshot({ path: join(CAPTURAS, '1-inicio.png'), fullPage: true });
+    const {pagina, erros} = await novaPagina();
+    await pagina.screenshot({path: join(CAPTURAS, '1-inicio.png'), fullPage: true});
     let tabs = 0;
     while ((await pagina.evaluate(() => document.activeElement?.id)) !== 'arquivos') {
       await pagina.keyboard.press('Tab');
       assert.ok(++tabs < 15, 'o botão de escolher arquivos é alcançado com Tab');
     }
-    const [escolha] = await Promise.all([pagina.waitForEvent('filechooser'), pagina.keyboard.press('Enter')]);
+    // The browser shows its file dialog to playwright once it is asked to; a round trip to the
+    // page makes sure it has been before the key is pressed.
+    const dialogo = pagina.waitForEvent('filechooser');
+    await pagina.evaluate(() => document.activeElement?.id);
+    await pagina.keyboard.press('Enter');
+    const escolha = await dialogo;
     await escolha.setFiles(AMOSTRAS_ARQUIVOS[1]);
     await pagina.locator('#resultado:not([hidden])').waitFor();
     while ((await pagina.evaluate(() => document.activeElement?.id)) !== 'tabela') {
@@ -188,10 +197,11 @@ describe('a página', () => {
     await pagina.keyboard.press('Enter');
     await pagina.locator('#detalhe:not([hidden])').waitFor();
     assert.equal(await pagina.evaluate(() => document.activeElement?.id), 'detalhe');
-    assert.match(await pagina.locator('#titulo-detalhe').textContent(), new RegExp(`^Linha ${terceira} `));
+    assert.match(
+        await pagina.locator('#titulo-detalhe').textContent(), new RegExp(`^Linha ${terceira} `));
     assert.ok((await pagina.locator('#linha-arquivo pre').textContent()).includes('1234567890'));
-    await pagina.screenshot({ path: join(CAPTURAS, '2-resultado.png'), fullPage: true });
-    await pagina.locator('#detalhe').screenshot({ path: join(CAPTURAS, '3-linha.png') });
+    await pagina.screenshot({path: join(CAPTURAS, '2-resultado.png'), fullPage: true});
+    await pagina.locator('#detalhe').screenshot({path: join(CAPTURAS, '3-linha.png')});
 
     // The catalogues, searched.
     await pagina.click('#aba-catalogos');
@@ -199,50 +209,94 @@ describe('a página', () => {
     await pagina.fill('#busca-catalogo', 'inscricao estadual do emitente');
     const achados = await pagina.locator('#catalogo-notas li').allTextContents();
     assert.ok(achados.some((t) => t.startsWith('106')), achados.join(' | '));
-    await pagina.screenshot({ path: join(CAPTURAS, '4-catalogos.png'), fullPage: true });
+    await pagina.screenshot({path: join(CAPTURAS, '4-catalogos.png'), fullPage: true});
     assert.deepEqual(erros, []);
     await pagina.close();
   });
 
   test('numa tela de celular', async () => {
-    const { pagina, erros } = await novaPagina();
-    await pagina.setViewportSize({ width: 390, height: 844 });
+    const {pagina, erros} = await novaPagina();
+    await pagina.setViewportSize({width: 390, height: 844});
     await solta(pagina, AMOSTRAS_ARQUIVOS[3]);
     await pagina.locator('#resultado:not([hidden])').waitFor();
-    const larguraExcedente = await pagina.evaluate(() => document.documentElement.scrollWidth - window.innerWidth);
-    assert.ok(larguraExcedente <= 0, `a página não rola para o lado (${larguraExcedente}px a mais)`);
-    await pagina.screenshot({ path: join(CAPTURAS, '5-celular.png'), fullPage: true });
+    const larguraExcedente =
+        await pagina.evaluate(() => document.documentElement.scrollWidth - window.innerWidth);
+    assert.ok(
+        larguraExcedente <= 0, `a página não rola para o lado (${larguraExcedente}px a mais)`);
+    await pagina.screenshot({path: join(CAPTURAS, '5-celular.png'), fullPage: true});
     assert.deepEqual(erros, []);
     await pagina.close();
   });
 
-  test('um arquivo grande: a página responde durante a validação, que pode ser cancelada', async () => {
-    const grande = arquivosGerados(1000000)['fichas-1000000.txt'];
-    const { pagina } = await novaPagina();
-    await pagina.evaluate(() => {
-      window.maiorPausa = 0;
-      let anterior = performance.now();
-      setInterval(() => {
-        const agora = performance.now();
-        window.maiorPausa = Math.max(window.maiorPausa, agora - anterior);
-        anterior = agora;
-      }, 20);
-    });
-    await pagina.setInputFiles('#arquivos', grande);
-    await pagina.locator('#progresso:not([hidden])').waitFor();
-    await pagina.locator('#progresso-texto', { hasText: 'linhas' }).waitFor();
-    await pagina.screenshot({ path: join(CAPTURAS, '6-progresso.png') });
-    await pagina.click('#cancelar');
-    await pagina.locator('#lista-arquivos .estado', { hasText: 'cancelado' }).waitFor();
-    assert.ok((await pagina.evaluate(() => window.maiorPausa)) < 500, 'a página não parou');
-    // A new worker takes the next file.
-    await solta(pagina, AMOSTRAS_ARQUIVOS[0]);
-    await pagina.locator('#resultado:not([hidden])').waitFor();
+  test('centenas de milhares de advertências: contagem, fim da tabela e filtro', async () => {
+    const caminho = arquivosGerados(100000)['notas-com-defeitos-100000.txt'];
+    const diretorio = temporario('quorv-pagina-grande-');
+    nativo(['notas', caminho, '-q', '-d', diretorio, '--hoje', HOJE]);
+    const linhas = readFileSync(join(diretorio, 'ADVERTENCIAS.TXT'), 'latin1')
+                       .split('\r\n')
+                       .filter((l) => l !== '');
+    const ultima = linhas[linhas.length - 1].split('#');
+    const {pagina, erros} = await novaPagina();
+    await pagina.setInputFiles('#arquivos', caminho);
+    await pagina.locator('#resultado:not([hidden])').waitFor({timeout: 120000});
+    const total = new Intl.NumberFormat('pt-BR').format(linhas.length);
+    assert.equal(await pagina.locator('#contagem').textContent(), `${total} advertências`);
+    await pagina.focus('#tabela');
+    await pagina.keyboard.press('End');
+    const fim = await pagina.locator('#tabela .linha.ativa')
+                    .evaluate((l) => [...l.children].map((c) => c.textContent));
+    assert.deepEqual([fim[0], fim[2]], [String(Number(ultima[ultima.length - 1])), ultima[0]]);
+    // Filtered by the last warning's code, the table holds exactly that code's warnings; a
+    // search for the number then also finds the warnings of the line of that number.
+    const formato = new Intl.NumberFormat('pt-BR');
+    const doCodigo = linhas.filter((l) => l.startsWith(`${ultima[0]}#`)).length;
+    await pagina.selectOption(
+        '#filtro-codigo', {label: `${ultima[0]} (${formato.format(doCodigo)})`});
+    assert.equal(
+        await pagina.locator('#contagem').textContent(),
+        `${formato.format(doCodigo)} de ${total} advertências`);
+    const daLinha = linhas
+                        .filter(
+                            (l) => !l.startsWith(`${ultima[0]}#`) &&
+                                Number(l.split('#').pop()) === Number(ultima[0]))
+                        .length;
+    await pagina.selectOption('#filtro-codigo', '');
+    await pagina.fill('#filtro-texto', ultima[0]);
+    const ambos = `${formato.format(doCodigo + daLinha)} de ${total} advertências`;
+    await pagina.locator('#contagem', {hasText: ambos}).waitFor();
+    assert.deepEqual(erros, []);
     await pagina.close();
   });
 
+  test(
+      'um arquivo grande: a página responde durante a validação, que pode ser cancelada',
+      async () => {
+        const grande = arquivosGerados(1000000)['fichas-1000000.txt'];
+        const {pagina} = await novaPagina();
+        await pagina.evaluate(() => {
+          window.maiorPausa = 0;
+          let anterior = performance.now();
+          setInterval(() => {
+            const agora = performance.now();
+            window.maiorPausa = Math.max(window.maiorPausa, agora - anterior);
+            anterior = agora;
+          }, 20);
+        });
+        await pagina.setInputFiles('#arquivos', grande);
+        await pagina.locator('#progresso:not([hidden])').waitFor();
+        await pagina.locator('#progresso-texto', {hasText: 'linhas'}).waitFor();
+        await pagina.screenshot({path: join(CAPTURAS, '6-progresso.png')});
+        await pagina.click('#cancelar');
+        await pagina.locator('#lista-arquivos .estado', {hasText: 'cancelado'}).waitFor();
+        assert.ok((await pagina.evaluate(() => window.maiorPausa)) < 500, 'a página não parou');
+        // A new worker takes the next file.
+        await solta(pagina, AMOSTRAS_ARQUIVOS[0]);
+        await pagina.locator('#resultado:not([hidden])').waitFor();
+        await pagina.close();
+      });
+
   test('sem rede, depois de aberta uma vez', async () => {
-    const { pagina } = await novaPagina();
+    const {pagina} = await novaPagina();
     await pagina.evaluate(() => navigator.serviceWorker.ready);
     await contexto.setOffline(true);
     try {

@@ -5,9 +5,9 @@
 // Windows-1252, the code page of the files: bytes 0x80 to 0x9F; the five the code page leaves
 // free are the control characters of the same number, as Windows converts them.
 const FAIXA_80 = [
-  0x20ac, 0x0081, 0x201a, 0x0192, 0x201e, 0x2026, 0x2020, 0x2021, 0x02c6, 0x2030, 0x0160, 0x2039,
-  0x0152, 0x008d, 0x017d, 0x008f, 0x0090, 0x2018, 0x2019, 0x201c, 0x201d, 0x2022, 0x2013, 0x2014,
-  0x02dc, 0x2122, 0x0161, 0x203a, 0x0153, 0x009d, 0x017e, 0x0178,
+  0x20ac, 0x0081, 0x201a, 0x0192, 0x201e, 0x2026, 0x2020, 0x2021, 0x02c6, 0x2030, 0x0160,
+  0x2039, 0x0152, 0x008d, 0x017d, 0x008f, 0x0090, 0x2018, 0x2019, 0x201c, 0x201d, 0x2022,
+  0x2013, 0x2014, 0x02dc, 0x2122, 0x0161, 0x203a, 0x0153, 0x009d, 0x017e, 0x0178,
 ];
 
 /** The text of Windows-1252 bytes [inicio, fim). */
@@ -42,7 +42,8 @@ function procura(bytes, agulha, de, ate) {
   }
   for (let i = de; i + agulha.length <= ate; ++i) {
     let k = 0;
-    while (k < agulha.length && bytes[i + k] === agulha[k]) ++k;
+    while (k < agulha.length && bytes[i + k] === agulha[k])
+      ++k;
     if (k === agulha.length) return i;
   }
   return -1;
@@ -51,7 +52,8 @@ function procura(bytes, agulha, de, ate) {
 function procuraDoFim(bytes, agulha, de, ate) {
   for (let i = ate - agulha.length; i >= de; --i) {
     let k = 0;
-    while (k < agulha.length && bytes[i + k] === agulha[k]) ++k;
+    while (k < agulha.length && bytes[i + k] === agulha[k])
+      ++k;
     if (k === agulha.length) return i;
   }
   return -1;
@@ -125,9 +127,9 @@ export function significado(especie, status) {
     case 1:
       return 'advertências nos registros; arquivo lido até o fim';
     case 8:
-      return especie === 'notas'
-        ? 'erro de estrutura; validação interrompida na linha da advertência'
-        : 'validação encerrada no trailer ou num erro de estrutura';
+      return especie === 'notas' ?
+          'erro de estrutura; validação interrompida na linha da advertência' :
+          'validação encerrada no trailer ou num erro de estrutura';
     case 9:
       return 'arquivo não validado';
     default:
@@ -150,13 +152,13 @@ export function erroDoStatus9(especie, erroGrave) {
     return {
       tipo: 'erro_grave',
       mensagem:
-        'Um registro com tipo não numérico (uma linha vazia, por exemplo) interrompeu a validação das fichas.',
+          'Um registro com tipo não numérico (uma linha vazia, por exemplo) interrompeu a validação das fichas.',
     };
   }
   return {
     tipo: 'falha_interna',
     mensagem:
-      'Uma falha interna (memória ou um evento do programa que chama) interrompeu a validação.',
+        'Uma falha interna (memória ou um evento do programa que chama) interrompeu a validação.',
   };
 }
 
@@ -169,12 +171,11 @@ const texto = (valor) => JSON.stringify(valor);
  */
 export function* jsonValidacao(execucao, advertencias) {
   const saida = codigoSaida(execucao.status, execucao.arquivoAdvertencias !== null);
-  let cabeca =
-    `{"formato":1,"objeto":"validacao","arquivo":${texto(execucao.arquivo)}` +
-    `,"tipo":${texto(execucao.especie)},"status":${execucao.status}` +
-    `,"significado":${texto(significado(execucao.especie, execucao.status))}` +
-    `,"aceito":${saida === 0},"numero_remessa":${texto(execucao.numeroRemessa)}` +
-    `,"diretorio":${texto(execucao.diretorio)}`;
+  let cabeca = `{"formato":1,"objeto":"validacao","arquivo":${texto(execucao.arquivo)}` +
+      `,"tipo":${texto(execucao.especie)},"status":${execucao.status}` +
+      `,"significado":${texto(significado(execucao.especie, execucao.status))}` +
+      `,"aceito":${saida === 0},"numero_remessa":${texto(execucao.numeroRemessa)}` +
+      `,"diretorio":${texto(execucao.diretorio)}`;
   if (execucao.arquivoAdvertencias !== null) {
     cabeca += `,"arquivo_advertencias":${texto(execucao.arquivoAdvertencias)}`;
   }
@@ -183,9 +184,8 @@ export function* jsonValidacao(execucao, advertencias) {
   let pedaco = '';
   for (const a of advertencias) {
     // A code or a line number that is not a number is 0, which names no warning and no line.
-    pedaco +=
-      `${total === 0 ? '' : ','}{"codigo":${a.codigo ?? 0},"linha":${a.linha ?? 0}` +
-      `,"tr":${texto(a.tr)},"mensagem":${texto(a.mensagem)}}`;
+    pedaco += `${total === 0 ? '' : ','}{"codigo":${a.codigo ?? 0},"linha":${a.linha ?? 0}` +
+        `,"tr":${texto(a.tr)},"mensagem":${texto(a.mensagem)}}`;
     ++total;
     if (pedaco.length > 1 << 20) {
       yield pedaco;
@@ -194,7 +194,8 @@ export function* jsonValidacao(execucao, advertencias) {
   }
   let fim = `${pedaco}],"total_advertencias":${total}`;
   if (execucao.erro) {
-    fim += `,"erro":{"tipo":${texto(execucao.erro.tipo)},"mensagem":${texto(execucao.erro.mensagem)}}`;
+    fim +=
+        `,"erro":{"tipo":${texto(execucao.erro.tipo)},"mensagem":${texto(execucao.erro.mensagem)}}`;
   }
   yield `${fim},"codigo_saida":${saida}}\n`;
 }
@@ -211,7 +212,8 @@ function celula(valor) {
 export function* csvAdvertencias(advertencias) {
   let pedaco = '\ufefflinha;codigo;tr;mensagem\r\n';
   for (const a of advertencias) {
-    pedaco += `${celula(a.linhaTexto)};${celula(a.codigoTexto)};${celula(a.tr)};${celula(a.mensagem)}\r\n`;
+    pedaco += `${celula(a.linhaTexto)};${celula(a.codigoTexto)};${celula(a.tr)};${
+        celula(a.mensagem)}\r\n`;
     if (pedaco.length > 1 << 20) {
       yield pedaco;
       pedaco = '';
@@ -235,13 +237,13 @@ export async function especieDoArquivo(blob) {
     if (lf >= 0) {
       comprimento += lf;
       if (lf > 0 ? bytes[lf - 1] === 0x0d : anteriorCR) --comprimento;
-      return { comprimento, especie: especiePorComprimento(comprimento) };
+      return {comprimento, especie: especiePorComprimento(comprimento)};
     }
     comprimento += bytes.length;
     anteriorCR = bytes.length > 0 && bytes[bytes.length - 1] === 0x0d;
   }
-  if (comprimento > 262) return { comprimento: null, especie: null };
-  return { comprimento, especie: especiePorComprimento(comprimento) };
+  if (comprimento > 262) return {comprimento: null, especie: null};
+  return {comprimento, especie: especiePorComprimento(comprimento)};
 }
 
 function especiePorComprimento(comprimento) {

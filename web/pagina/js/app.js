@@ -1,13 +1,16 @@
 // The page: files chosen or dropped, validated one after another in the worker, and the result
 // of the file chosen in the list shown as a summary, a chart, a table of its warnings and the
 // downloads. Nothing is sent anywhere: the worker reads the files where they are.
-import { especieDoArquivo, significado, textoCp1252 } from './advertencias.js';
-import { Trabalhador } from './trabalhador-cliente.js';
-import { TabelaVirtual } from './tabela.js';
+import {especieDoArquivo, significado, textoCp1252} from './advertencias.js';
+import {TabelaVirtual} from './tabela.js';
+import {Trabalhador} from './trabalhador-cliente.js';
 
 const $ = (id) => document.getElementById(id);
 const numero = new Intl.NumberFormat('pt-BR');
-const NOMES = { notas: 'notas fiscais de produtor', fichas: 'ficha cadastral' };
+const NOMES = {
+  notas: 'notas fiscais de produtor',
+  fichas: 'ficha cadastral'
+};
 
 const trabalhador = new Trabalhador(new URL('./trabalhador.js', import.meta.url));
 const fila = [];
@@ -85,13 +88,12 @@ function desenhaItem(item) {
   rotulo.textContent = 'Tipo ';
   const escolha = document.createElement('select');
   escolha.setAttribute('aria-label', `Tipo de ${item.arquivo.name}`);
-  const reconhecido = item.reconhecido
-    ? `reconhecido: ${NOMES[item.reconhecido]}`
-    : 'não reconhecido: escolha';
+  const reconhecido =
+      item.reconhecido ? `reconhecido: ${NOMES[item.reconhecido]}` : 'não reconhecido: escolha';
   for (const [valor, texto] of [
-    ['', reconhecido],
-    ['notas', NOMES.notas],
-    ['fichas', NOMES.fichas],
+           ['', reconhecido],
+           ['notas', NOMES.notas],
+           ['fichas', NOMES.fichas],
   ]) {
     const o = new Option(texto, valor, false, item.escolhido === valor);
     escolha.add(o);
@@ -116,26 +118,30 @@ function desenhaItem(item) {
   li.append(nome, rotulo, ver);
 }
 
-function especieDe(item) {
-  return item.escolhido || item.reconhecido;
-}
+function especieDe(item) { return item.escolhido || item.reconhecido; }
 
 async function acrescenta(arquivos) {
   if (arquivos.length === 0) return;
   $('fila').hidden = false;
   for (const arquivo of arquivos) {
-    const item = { arquivo, reconhecido: null, escolhido: '', estado: 'lendo a primeira linha…', resultado: null };
+    const item = {
+      arquivo,
+      reconhecido: null,
+      escolhido: '',
+      estado: 'lendo a primeira linha…',
+      resultado: null
+    };
     item.elemento = document.createElement('li');
     fila.push(item);
     $('lista-arquivos').append(item.elemento);
     desenhaItem(item);
-    const { comprimento, especie } = await especieDoArquivo(arquivo);
+    const {comprimento, especie} = await especieDoArquivo(arquivo);
     item.reconhecido = especie;
-    item.estado = especie
-      ? 'na fila'
-      : comprimento === null
-        ? 'a primeira linha passa de 260 caracteres: escolha o tipo'
-        : `a primeira linha tem ${comprimento} caracteres (esperados 160 ou 260): escolha o tipo`;
+    item.estado = especie ?
+        'na fila' :
+        comprimento === null ?
+        'a primeira linha passa de 260 caracteres: escolha o tipo' :
+        `a primeira linha tem ${comprimento} caracteres (esperados 160 ou 260): escolha o tipo`;
     desenhaItem(item);
   }
   processaFila();
@@ -161,12 +167,12 @@ async function processaFila() {
   item.cancelar = () => trabalhador.cancela();
   try {
     const resultado = await trabalhador.pede(
-      { tipo: 'validar', arquivo: item.arquivo, especie: item.especie, opcoes: valores },
-      ({ linhas, total }) => {
-        $('barra').value = total > 0 ? linhas / total : 0;
-        $('progresso-texto').textContent =
-          `${numero.format(Math.round(linhas))} de cerca de ${numero.format(Math.round(total))} linhas`;
-      },
+        {tipo: 'validar', arquivo: item.arquivo, especie: item.especie, opcoes: valores},
+        ({linhas, total}) => {
+          $('barra').value = total > 0 ? linhas / total : 0;
+          $('progresso-texto').textContent = `${numero.format(Math.round(linhas))} de cerca de ${
+              numero.format(Math.round(total))} linhas`;
+        },
     );
     item.resultado = resultado;
     item.estado = `validado em ${numero.format(Math.round(resultado.duracao) / 1000)} s`;
@@ -220,7 +226,8 @@ function mostra(item, foco) {
   selo.textContent = texto;
   const explicacao = document.createElement('span');
   explicacao.className = 'explicacao';
-  explicacao.textContent = `status ${r.status}: ${significado(item.especie, r.status)}${r.erro ? ` — ${r.erro.mensagem}` : ''}`;
+  explicacao.textContent = `status ${r.status}: ${significado(item.especie, r.status)}${
+      r.erro ? ` — ${r.erro.mensagem}` : ''}`;
   situacao.append(selo, explicacao);
   $('aviso-inscricao').hidden = !(item.especie === 'notas' && item.opcoes.inscricao === 'nenhuma');
 
@@ -233,21 +240,20 @@ function mostra(item, foco) {
     ['Tempo da validação', `${numero.format(Math.round(r.duracao) / 1000)} s`],
   ];
   $('numeros').replaceChildren(
-    ...numeros.map(([rotulo, valor]) => {
-      const div = document.createElement('div');
-      const dt = document.createElement('dt');
-      const dd = document.createElement('dd');
-      dt.textContent = rotulo;
-      dd.textContent = valor;
-      div.append(dt, dd);
-      return div;
-    }),
+      ...numeros.map(([rotulo, valor]) => {
+        const div = document.createElement('div');
+        const dt = document.createElement('dt');
+        const dd = document.createElement('dd');
+        dt.textContent = rotulo;
+        dd.textContent = valor;
+        div.append(dt, dd);
+        return div;
+      }),
   );
   $('baixar-advertencias').disabled = !r.advertencias;
   $('baixar-csv').disabled = !r.advertencias;
-  $('aviso-download').textContent = r.advertencias
-    ? ''
-    : 'Nenhum ADVERTENCIAS.TXT: a validação não deixou advertências.';
+  $('aviso-download').textContent =
+      r.advertencias ? '' : 'Nenhum ADVERTENCIAS.TXT: a validação não deixou advertências.';
   $('com-advertencias').hidden = !r.advertencias;
   $('detalhe').hidden = true;
   if (r.advertencias) {
@@ -260,7 +266,8 @@ function mostra(item, foco) {
 
 function contagemPorCodigo(r) {
   const quantos = new Uint32Array(r.codigos.length);
-  for (const c of r.colCodigo) ++quantos[c];
+  for (const c of r.colCodigo)
+    ++quantos[c];
   return quantos;
 }
 
@@ -281,10 +288,12 @@ function desenhaGrafico(r) {
     barra.className = 'barra-codigo';
     barra.title = codigo.mensagem;
     barra.setAttribute(
-      'aria-label',
-      `Código ${rotuloDoCodigo(codigo)}: ${numero.format(quantos[i])} advertências. ${codigo.mensagem}. Filtrar por este código.`,
+        'aria-label',
+        `Código ${rotuloDoCodigo(codigo)}: ${numero.format(quantos[i])} advertências. ${
+            codigo.mensagem}. Filtrar por este código.`,
     );
-    barra.innerHTML = '<span class="rotulo"></span><span class="trilho"><span class="cheio"></span></span><span class="quantos"></span>';
+    barra.innerHTML =
+        '<span class="rotulo"></span><span class="trilho"><span class="cheio"></span></span><span class="quantos"></span>';
     barra.querySelector('.rotulo').textContent = `código ${rotuloDoCodigo(codigo)}`;
     barra.querySelector('.cheio').style.width = `${(100 * quantos[i]) / maior}%`;
     barra.querySelector('.cheio').style.display = 'block';
@@ -298,7 +307,8 @@ function desenhaGrafico(r) {
   if (quantos.length > ordem.length) {
     const resto = document.createElement('p');
     resto.className = 'ajuda';
-    resto.textContent = `Mais ${quantos.length - ordem.length} códigos com menos advertências: veja o filtro de código.`;
+    resto.textContent = `Mais ${
+        quantos.length - ordem.length} códigos com menos advertências: veja o filtro de código.`;
     alvo.append(resto);
   }
 }
@@ -307,9 +317,11 @@ function preencheFiltro(r) {
   const quantos = contagemPorCodigo(r);
   const filtro = $('filtro-codigo');
   filtro.replaceChildren(new Option(`todos (${numero.format(r.total)})`, ''));
-  const ordem = [...r.codigos.keys()].sort((a, b) => (r.codigos[a].numero ?? -1e9) - (r.codigos[b].numero ?? -1e9));
+  const ordem = [...r.codigos.keys()].sort(
+      (a, b) => (r.codigos[a].numero ?? -1e9) - (r.codigos[b].numero ?? -1e9));
   for (const i of ordem) {
-    filtro.add(new Option(`${rotuloDoCodigo(r.codigos[i])} (${numero.format(quantos[i])})`, String(i)));
+    filtro.add(
+        new Option(`${rotuloDoCodigo(r.codigos[i])} (${numero.format(quantos[i])})`, String(i)));
   }
   $('filtro-texto').value = '';
 }
@@ -325,9 +337,8 @@ function aplicaFiltro() {
   // Which codes a search matches, by their text or their number; the record type and the line
   // number are matched row by row.
   const codigosAceitos = r.codigos.map(
-    (c, i) =>
-      (codigo === '' || Number(codigo) === i) &&
-      (busca === '' || normaliza(c.mensagem).includes(busca) || c.texto === busca),
+      (c, i) => (codigo === '' || Number(codigo) === i) &&
+          (busca === '' || normaliza(c.mensagem).includes(busca) || c.texto === busca),
   );
   const trsAceitos = r.trs.map((tr) => busca !== '' && normaliza(tr.trim()) === busca);
   const linhaBuscada = /^\d+$/.test(busca) ? Number(busca) : NaN;
@@ -335,13 +346,13 @@ function aplicaFiltro() {
   for (let i = 0; i < r.total; ++i) {
     const c = r.colCodigo[i];
     if (codigo !== '' && Number(codigo) !== c) continue;
-    if (codigosAceitos[c] || trsAceitos[r.colTR[i]] || r.linhas[i] === linhaBuscada) visiveis.push(i);
+    if (codigosAceitos[c] || trsAceitos[r.colTR[i]] || r.linhas[i] === linhaBuscada)
+      visiveis.push(i);
   }
   tabela.mostra(r, Uint32Array.from(visiveis));
-  $('contagem').textContent =
-    visiveis.length === r.total
-      ? `${numero.format(r.total)} advertências`
-      : `${numero.format(visiveis.length)} de ${numero.format(r.total)} advertências`;
+  $('contagem').textContent = visiveis.length === r.total ?
+      `${numero.format(r.total)} advertências` :
+      `${numero.format(visiveis.length)} de ${numero.format(r.total)} advertências`;
 }
 
 $('filtro-codigo').addEventListener('change', aplicaFiltro);
@@ -357,7 +368,8 @@ async function abreDetalhe(indice) {
   const r = atual.resultado;
   const codigo = r.codigos[r.colCodigo[indice]];
   const linha = Number.isNaN(r.linhas[indice]) ? '?' : numero.format(r.linhas[indice]);
-  $('titulo-detalhe').textContent = `Linha ${linha} · TR ${r.trs[r.colTR[indice]] || '—'} · código ${rotuloDoCodigo(codigo)}`;
+  $('titulo-detalhe').textContent =
+      `Linha ${linha} · TR ${r.trs[r.colTR[indice]] || '—'} · código ${rotuloDoCodigo(codigo)}`;
   $('detalhe-mensagem').textContent = codigo.mensagem || '(código sem texto no catálogo)';
   const alvo = $('linha-arquivo');
   alvo.replaceChildren();
@@ -389,10 +401,12 @@ async function abreDetalhe(indice) {
     tr.title = `colunas 9 a ${8 + larguraTR}: tipo de registro`;
     tr.textContent = texto.slice(8, 8 + larguraTR);
     pre.append(regua, seq, tr, texto.slice(8 + larguraTR));
-    pre.setAttribute('aria-label', `Conteúdo da linha ${linha} do arquivo, ${texto.length} caracteres`);
+    pre.setAttribute(
+        'aria-label', `Conteúdo da linha ${linha} do arquivo, ${texto.length} caracteres`);
     const legenda = document.createElement('p');
     legenda.className = 'legenda';
-    legenda.innerHTML = '<span class="seq">colunas 1–8: número da linha</span> <span class="tr"></span>';
+    legenda.innerHTML =
+        '<span class="seq">colunas 1–8: número da linha</span> <span class="tr"></span>';
     legenda.querySelector('.tr').textContent = `colunas 9–${8 + larguraTR}: tipo de registro`;
     alvo.append(pre, legenda);
   } else {
@@ -420,9 +434,7 @@ function baixa(blob, nome) {
   setTimeout(() => URL.revokeObjectURL(url), 60_000);
 }
 
-function nomeBase(item) {
-  return item.arquivo.name.replace(/\.[^.]*$/, '');
-}
+function nomeBase(item) { return item.arquivo.name.replace(/\.[^.]*$/, ''); }
 
 $('baixar-advertencias').addEventListener('click', () => {
   if (atual?.resultado?.advertencias) baixa(atual.resultado.advertencias, 'ADVERTENCIAS.TXT');
@@ -433,7 +445,7 @@ async function exporta(formato) {
   const r = item.resultado;
   $('aviso-download').textContent = `Preparando o ${formato.toUpperCase()}…`;
   try {
-    const { blob } = await trabalhador.pede({
+    const {blob} = await trabalhador.pede({
       tipo: 'exportar',
       advertencias: r.advertencias,
       especie: item.especie,
@@ -477,12 +489,13 @@ $('baixar-retorno').addEventListener('click', async () => {
       baixa(r.blob, 'RETORNO.TXT');
       $('aviso-download').textContent = '';
     } else {
-      $('aviso-download').textContent = r.resultado
-        ? 'O sistema web aceitaria o arquivo: não há arquivo de retorno.'
-        : 'O sistema web recusaria o arquivo, mas não deixou arquivo de retorno.';
+      $('aviso-download').textContent = r.resultado ?
+          'O sistema web aceitaria o arquivo: não há arquivo de retorno.' :
+          'O sistema web recusaria o arquivo, mas não deixou arquivo de retorno.';
     }
   } catch (erro) {
-    $('aviso-download').textContent = `Não foi possível validar como o sistema web: ${erro.message}`;
+    $('aviso-download').textContent =
+        `Não foi possível validar como o sistema web: ${erro.message}`;
   }
 });
 
@@ -535,7 +548,7 @@ for (const aba of abas) {
 let catalogos = null;
 async function carregaCatalogos() {
   if (catalogos) return;
-  catalogos = (await trabalhador.pede({ tipo: 'catalogos' })).lista;
+  catalogos = (await trabalhador.pede({tipo: 'catalogos'})).lista;
   filtraCatalogos();
 }
 

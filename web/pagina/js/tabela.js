@@ -1,7 +1,7 @@
 // The table of warnings with virtual scrolling: only the rows in sight exist in the page, so a
 // million warnings scroll as a hundred do. Keyboard: arrows, Page Up/Down, Home and End move the
 // current row, Enter opens it.
-const MAIOR_ALTURA = 15_000_000; // browsers stop growing an element somewhat above this (px)
+const MAIOR_ALTURA = 15_000_000;  // browsers stop growing an element somewhat above this (px)
 const FOLGA = 6;
 
 export class TabelaVirtual {
@@ -40,16 +40,17 @@ export class TabelaVirtual {
     const real = Math.min(total, MAIOR_ALTURA);
     const janela = this.rolagem.clientHeight;
     const fator = real > janela ? (total - janela) / (real - janela) : 1;
-    return { h, real, fator };
+    return {h, real, fator};
   }
 
   desenha() {
-    const { h, real, fator } = this.geometria();
+    const {h, real, fator} = this.geometria();
     this.espaco.style.height = `${real}px`;
     const topo = this.rolagem.scrollTop;
     const virtual = topo * fator;
     const primeira = Math.max(0, Math.floor(virtual / h) - FOLGA);
-    const ultima = Math.min(this.visiveis.length, Math.ceil((virtual + this.rolagem.clientHeight) / h) + FOLGA);
+    const ultima = Math.min(
+        this.visiveis.length, Math.ceil((virtual + this.rolagem.clientHeight) / h) + FOLGA);
     const r = this.r;
     let usadas = 0;
     for (let pos = primeira; pos < ultima; ++pos, ++usadas) {
@@ -59,8 +60,8 @@ export class TabelaVirtual {
         linha.className = 'linha';
         linha.setAttribute('role', 'row');
         linha.innerHTML =
-          '<span role="gridcell" class="c-linha"></span><span role="gridcell" class="c-tr"></span>' +
-          '<span role="gridcell" class="c-codigo"></span><span role="gridcell" class="c-mensagem"></span>';
+            '<span role="gridcell" class="c-linha"></span><span role="gridcell" class="c-tr"></span>' +
+            '<span role="gridcell" class="c-codigo"></span><span role="gridcell" class="c-mensagem"></span>';
         linha.addEventListener('click', () => {
           this.ativa = Number(linha.dataset.pos);
           this.desenha();
@@ -86,7 +87,8 @@ export class TabelaVirtual {
       linha.style.top = `${topo + pos * h - virtual}px`;
       linha.hidden = false;
     }
-    for (let i = usadas; i < this.linhas.length; ++i) this.linhas[i].hidden = true;
+    for (let i = usadas; i < this.linhas.length; ++i)
+      this.linhas[i].hidden = true;
     if (this.ativa >= primeira && this.ativa < ultima) {
       this.grade.setAttribute('aria-activedescendant', `advertencia-${this.ativa}`);
     } else {
@@ -96,12 +98,14 @@ export class TabelaVirtual {
 
   // Scrolls so that the current row is in sight.
   revela() {
-    const { h, fator } = this.geometria();
+    const {h, fator} = this.geometria();
     const janela = this.rolagem.clientHeight;
     const virtual = this.rolagem.scrollTop * fator;
     const topoLinha = this.ativa * h;
-    if (topoLinha < virtual) this.rolagem.scrollTop = topoLinha / fator;
-    else if (topoLinha + h > virtual + janela) this.rolagem.scrollTop = (topoLinha + h - janela) / fator;
+    if (topoLinha < virtual)
+      this.rolagem.scrollTop = topoLinha / fator;
+    else if (topoLinha + h > virtual + janela)
+      this.rolagem.scrollTop = (topoLinha + h - janela) / fator;
     this.desenha();
   }
 

@@ -10,11 +10,11 @@ export class Trabalhador {
 
   inicia() {
     this.atual = null;
-    this.worker = new Worker(this.url, { type: 'module' });
+    this.worker = new Worker(this.url, {type: 'module'});
     this.pronto = new Promise((resolve, reject) => {
-      this.aoPronto = { resolve, reject };
+      this.aoPronto = {resolve, reject};
     });
-    this.worker.onmessage = ({ data }) => {
+    this.worker.onmessage = ({data}) => {
       if (data.tipo === 'pronto') {
         this.aoPronto.resolve(data.versao);
         return;
@@ -30,8 +30,10 @@ export class Trabalhador {
         return;
       }
       this.atual = null;
-      if (data.tipo === 'falha') pedido.reject(new Error(data.mensagem));
-      else pedido.resolve(data);
+      if (data.tipo === 'falha')
+        pedido.reject(new Error(data.mensagem));
+      else
+        pedido.resolve(data);
     };
     this.worker.onerror = (evento) => {
       evento.preventDefault();
@@ -46,9 +48,8 @@ export class Trabalhador {
 
   pede(mensagem, aoProgresso) {
     const vez = this.fila.then(
-      () =>
-        new Promise((resolve, reject) => {
-          this.atual = { resolve, reject, aoProgresso };
+        () => new Promise((resolve, reject) => {
+          this.atual = {resolve, reject, aoProgresso};
           this.worker.postMessage(mensagem);
         }),
     );

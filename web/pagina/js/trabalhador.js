@@ -3,7 +3,8 @@
 // is (WORKERFS): nothing is copied, and nothing leaves the computer. Each request is whole in
 // itself; the page ends the worker to cancel a run and starts another.
 import carregarQuorvValida from '../modulo/index.js';
-import { csvAdvertencias, erroDoStatus9, jsonValidacao, lerAdvertencias } from './advertencias.js';
+
+import {csvAdvertencias, erroDoStatus9, jsonValidacao, lerAdvertencias} from './advertencias.js';
 
 const moduloPronto = carregarQuorvValida().then((q) => {
   lerEmJanelas(q.FS.filesystems.WORKERFS);
@@ -22,7 +23,7 @@ function lerEmJanelas(WORKERFS) {
     if (!janela || position < janela.inicio || position >= janela.inicio + janela.bytes.length) {
       const fim = Math.min(no.size, position + Math.max(JANELA, length));
       const pedaco = WORKERFS.reader.readAsArrayBuffer(no.contents.slice(position, fim));
-      janela = no.janela = { inicio: position, bytes: new Uint8Array(pedaco) };
+      janela = no.janela = {inicio: position, bytes: new Uint8Array(pedaco)};
     }
     const de = position - janela.inicio;
     const quantos = Math.min(length, janela.bytes.length - de);
@@ -40,7 +41,7 @@ function diretorios(q, arquivo) {
   q.FS.mkdir(base);
   q.FS.mkdir(`${base}/entrada`);
   q.FS.mkdir(`${base}/trabalho`);
-  q.FS.mount(q.FS.filesystems.WORKERFS, { files: [arquivo] }, `${base}/entrada`);
+  q.FS.mount(q.FS.filesystems.WORKERFS, {files: [arquivo]}, `${base}/entrada`);
   return {
     entrada: `${base}/entrada/${arquivo.name}`,
     trabalho: `${base}/trabalho`,
@@ -56,9 +57,7 @@ function diretorios(q, arquivo) {
   };
 }
 
-function existe(q, caminho) {
-  return q.FS.analyzePath(caminho).exists;
-}
+function existe(q, caminho) { return q.FS.analyzePath(caminho).exists; }
 
 // "Today" and the state-registration checker as the person chose them.
 function preparaAmbiente(q, objeto, opcoes) {
@@ -75,15 +74,14 @@ function preparaAmbiente(q, objeto, opcoes) {
 function catalogo(q) {
   const notas = new q.clsQuorvMsg();
   const fichas = new q.clsQuorvMsgFichas();
-  const cache = { notas: new Map(), fichas: new Map() };
+  const cache = {notas: new Map(), fichas: new Map()};
   const texto = (especie, codigo) => {
     const mapa = cache[especie];
     if (!mapa.has(codigo)) {
       mapa.set(
-        codigo,
-        especie === 'notas'
-          ? notas.MensagemAdvertencia(codigo)
-          : fichas.MensagemAdvertenciaFichas(codigo),
+          codigo,
+          especie === 'notas' ? notas.MensagemAdvertencia(codigo) :
+                                fichas.MensagemAdvertenciaFichas(codigo),
       );
     }
     return mapa.get(codigo);
@@ -118,7 +116,7 @@ function progresso(especie, tamanho) {
   };
 }
 
-async function validar({ arquivo, especie, opcoes }) {
+async function validar({arquivo, especie, opcoes}) {
   const q = await moduloPronto;
   const pastas = diretorios(q, arquivo);
   const validador = especie === 'notas' ? new q.Validacao() : new q.ValidacaoFichaCadastral();
@@ -126,9 +124,11 @@ async function validar({ arquivo, especie, opcoes }) {
   try {
     preparaAmbiente(q, validador, opcoes);
     const aviso = progresso(especie, arquivo.size);
-    if (especie === 'notas') validador.Progress = aviso;
-    else validador.FichaProgress = aviso;
-    const numero = { valor: '' };
+    if (especie === 'notas')
+      validador.Progress = aviso;
+    else
+      validador.FichaProgress = aviso;
+    const numero = {valor: ''};
     const argumentos = [
       pastas.entrada,
       numero,
@@ -140,8 +140,8 @@ async function validar({ arquivo, especie, opcoes }) {
       opcoes.separador,
     ];
     const inicio = performance.now();
-    const status =
-      especie === 'notas' ? validador.Valida_Dados(...argumentos) : validador.Valida_Fichas(...argumentos);
+    const status = especie === 'notas' ? validador.Valida_Dados(...argumentos) :
+                                         validador.Valida_Fichas(...argumentos);
     const duracao = performance.now() - inicio;
     const erroGrave = especie === 'fichas' && validador.bTem_Erro_Grave;
     const caminho = `${pastas.trabalho}/${ADVERTENCIAS}`;
@@ -155,7 +155,7 @@ async function validar({ arquivo, especie, opcoes }) {
       numeroRemessa: numero.valor,
       duracao,
       erro: status === 9 ? erroDoStatus9(especie, erroGrave) : null,
-      advertencias: bytes ? new Blob([bytes], { type: 'text/plain' }) : null,
+      advertencias: bytes ? new Blob([bytes], {type: 'text/plain'}) : null,
       total: 0,
     };
     if (bytes) {
@@ -167,10 +167,15 @@ async function validar({ arquivo, especie, opcoes }) {
       const colCodigo = [];
       const colTR = [];
       const posicoes = [];
-      for (const a of lerAdvertencias(bytes, opcoes.separador, especie, (c) => textos.texto(especie, c))) {
+      for (const a of lerAdvertencias(
+               bytes, opcoes.separador, especie, (c) => textos.texto(especie, c))) {
         if (!indiceCodigo.has(a.codigoTexto)) {
           indiceCodigo.set(a.codigoTexto, codigos.length);
-          codigos.push({ texto: a.codigoTexto, numero: a.codigo === null ? null : Number(a.codigo), mensagem: a.mensagem });
+          codigos.push({
+            texto: a.codigoTexto,
+            numero: a.codigo === null ? null : Number(a.codigo),
+            mensagem: a.mensagem
+          });
         }
         if (!indiceTR.has(a.tr)) {
           indiceTR.set(a.tr, trs.length);
@@ -191,7 +196,14 @@ async function validar({ arquivo, especie, opcoes }) {
         posicoes: Float64Array.from(posicoes),
       });
     }
-    postMessage(resultado, resultado.linhas ? [resultado.linhas.buffer, resultado.colCodigo.buffer, resultado.colTR.buffer, resultado.posicoes.buffer] : []);
+    postMessage(
+        resultado,
+        resultado.linhas ?
+            [
+              resultado.linhas.buffer, resultado.colCodigo.buffer, resultado.colTR.buffer,
+              resultado.posicoes.buffer
+            ] :
+            []);
   } finally {
     textos.libera();
     validador.delete();
@@ -200,23 +212,24 @@ async function validar({ arquivo, especie, opcoes }) {
 }
 
 // The warnings of a run as JSON (the tool's format) or CSV, read again from the warnings file.
-async function exportar({ advertencias, especie, separador, formato, execucao }) {
+async function exportar({advertencias, especie, separador, formato, execucao}) {
   const q = await moduloPronto;
   const textos = catalogo(q);
   try {
-    const bytes = advertencias ? new Uint8Array(await advertencias.arrayBuffer()) : new Uint8Array();
+    const bytes =
+        advertencias ? new Uint8Array(await advertencias.arrayBuffer()) : new Uint8Array();
     const lista = lerAdvertencias(bytes, separador, especie, (c) => textos.texto(especie, c));
     const partes =
-      formato === 'json' ? [...jsonValidacao(execucao, lista)] : [...csvAdvertencias(lista)];
+        formato === 'json' ? [...jsonValidacao(execucao, lista)] : [...csvAdvertencias(lista)];
     const tipo = formato === 'json' ? 'application/json' : 'text/csv;charset=utf-8';
-    postMessage({ tipo: 'exportado', blob: new Blob(partes, { type: tipo }) });
+    postMessage({tipo: 'exportado', blob: new Blob(partes, {type: tipo})});
   } finally {
     textos.libera();
   }
 }
 
 // The web facade over the file, with the web system's fixed arguments: its return file.
-async function retorno({ arquivo, especie, opcoes }) {
+async function retorno({arquivo, especie, opcoes}) {
   const q = await moduloPronto;
   const pastas = diretorios(q, arquivo);
   const web = new q.ValidacaoTarnWEB();
@@ -224,18 +237,16 @@ async function retorno({ arquivo, especie, opcoes }) {
     preparaAmbiente(q, web, opcoes);
     if (opcoes.tipoArquivo) web.TipoArquivo(opcoes.tipoArquivo);
     if (opcoes.programaChamador) web.ProgramaChamador(opcoes.programaChamador);
-    const numero = { valor: '' };
+    const numero = {valor: ''};
     const nome = '/RETORNO.TXT';
-    const resultado =
-      especie === 'notas'
-        ? web.Valida_Dados_Tarnweb(pastas.entrada, nome, pastas.trabalho, numero)
-        : web.Valida_Dados_Ficha_Cadastral(pastas.entrada, nome, pastas.trabalho, numero);
+    const resultado = especie === 'notas' ?
+        web.Valida_Dados_Tarnweb(pastas.entrada, nome, pastas.trabalho, numero) :
+        web.Valida_Dados_Ficha_Cadastral(pastas.entrada, nome, pastas.trabalho, numero);
     const caminho = pastas.trabalho + nome;
-    const blob =
-      !resultado && existe(q, caminho)
-        ? new Blob([q.FS.readFile(caminho)], { type: 'text/plain' })
-        : null;
-    postMessage({ tipo: 'retorno', resultado, numeroRemessa: numero.valor, blob });
+    const blob = !resultado && existe(q, caminho) ?
+        new Blob([q.FS.readFile(caminho)], {type: 'text/plain'}) :
+        null;
+    postMessage({tipo: 'retorno', resultado, numeroRemessa: numero.valor, blob});
   } finally {
     web.delete();
     pastas.desfaz();
@@ -249,31 +260,36 @@ async function catalogos() {
   const fichas = new q.clsQuorvMsgFichas();
   try {
     const semTexto = notas.MensagemAdvertencia(-1);
-    const lista = { notas: [], fichas: [] };
+    const lista = {notas: [], fichas: []};
     for (let codigo = 0; codigo <= 999; ++codigo) {
       const n = notas.MensagemAdvertencia(codigo);
       if (n !== semTexto) lista.notas.push([codigo, n]);
       const f = fichas.MensagemAdvertenciaFichas(codigo);
       if (f.trim() !== '') lista.fichas.push([codigo, f]);
     }
-    postMessage({ tipo: 'catalogos', lista, versao: q.Versao() });
+    postMessage({tipo: 'catalogos', lista, versao: q.Versao()});
   } finally {
     notas.delete();
     fichas.delete();
   }
 }
 
-const tratadores = { validar, exportar, retorno, catalogos };
+const tratadores = {
+  validar,
+  exportar,
+  retorno,
+  catalogos
+};
 
-onmessage = async ({ data }) => {
+onmessage = async ({data}) => {
   try {
     await tratadores[data.tipo](data);
   } catch (erro) {
-    postMessage({ tipo: 'falha', mensagem: String(erro?.message ?? erro) });
+    postMessage({tipo: 'falha', mensagem: String(erro?.message ?? erro)});
   }
 };
 
 moduloPronto.then(
-  (q) => postMessage({ tipo: 'pronto', versao: q.Versao() }),
-  (erro) => postMessage({ tipo: 'falha', mensagem: String(erro?.message ?? erro) }),
+    (q) => postMessage({tipo: 'pronto', versao: q.Versao()}),
+    (erro) => postMessage({tipo: 'falha', mensagem: String(erro?.message ?? erro)}),
 );
