@@ -21,19 +21,24 @@ export type Relogio = () => number;
 /** Checks a state registration for a UF: 0 accepts it, anything else (or a throw) refuses it. */
 export type VerificadorInscricao = (inscricao: string, uf: string) => number;
 
+/**
+ * Valida_Dados and Valida_Fichas: the run status (0 clean, 1 warnings, 8 structural error, 9 file
+ * or directory unusable); the remessa number comes back in nNumeroRemessa.valor.
+ */
+export type ValidaArquivo = (
+  sArquivoRemessa: string,
+  nNumeroRemessa: Referencia<string>,
+  sDiretorioTrabalho: string,
+  nChaveRemessa?: number,
+  nChaveProcessamento?: number,
+  sOrigemChamada?: string,
+  sNomeServidor?: string,
+  sCaracterSeparador?: string,
+) => number;
+
 /** The producer-invoice validator (lines of 160 characters). */
 export interface Validacao extends ObjetoCpp {
-  /** Run status: 0 clean, 1 warnings, 8 structural error, 9 file or directory unusable. */
-  Valida_Dados(
-    sArquivoRemessa: string,
-    nNumeroRemessa: Referencia<string>,
-    sDiretorioTrabalho: string,
-    nChaveRemessa?: number,
-    nChaveProcessamento?: number,
-    sOrigemChamada?: string,
-    sNomeServidor?: string,
-    sCaracterSeparador?: string,
-  ): number;
+  Valida_Dados: ValidaArquivo;
   Gravar_Erro(lCodErro: number, dLINHA?: number): boolean;
   /** Raised while the file is read; a function that throws ends the run with status 9. */
   Progress: Evento | null;
@@ -53,16 +58,8 @@ export interface ValidacaoFichaCadastral extends ObjetoCpp {
   contSolicitacao: number;
   contInscricao: number;
   bTem_Erro_Grave: boolean;
-  Valida_Fichas(
-    sArquivoRemessa: string,
-    nNumeroRemessa: Referencia<string>,
-    sDiretorioTrabalho: string,
-    nChaveRemessa?: number,
-    nChaveProcessamento?: number,
-    sOrigemChamada?: string,
-    sNomeServidor?: string,
-    sCaracterSeparador?: string,
-  ): number;
+  /** A form run that reaches its trailer answers 8: judge it by ADVERTENCIAS.TXT. */
+  Valida_Fichas: ValidaArquivo;
   Procedimentos_Finais_Fichas(sDIRETORIOORDADV: string): boolean;
   Gravar_Erro_Ficha(lCodErro: number, dLINHA?: number): boolean;
   Gravar_Erro_FichaTR110(lCodErro: number, dLINHA?: number): boolean;

@@ -341,6 +341,14 @@ describe('catálogos, leitor e rotinas com os argumentos do C++', () => {
   });
 });
 
+test('as declarações TypeScript descrevem o módulo para um anfitrião em TypeScript', () => {
+  const tsc = join(RAIZ, 'web/testes/node_modules/typescript/bin/tsc');
+  const r = spawnSync(process.execPath, [tsc, '-p', join(RAIZ, 'web/testes/tsconfig.json')], {
+    encoding: 'utf8',
+  });
+  assert.equal(r.status, 0, r.stdout + r.stderr);
+});
+
 describe('formato JSON e CSV da página', () => {
   const esquema = join(RAIZ, 'tools/quorvvalida/esquemas/validacao.schema.json');
   test('o JSON da página segue o esquema do programa', (t) => {
