@@ -567,6 +567,12 @@ function filtraCatalogos() {
       lista.append(li);
       ++mostrados;
     }
+    if (lista.children.length === 0) {
+      const vazio = document.createElement('li');
+      vazio.className = 'vazio';
+      vazio.textContent = 'Nenhum código encontrado.';
+      lista.append(vazio);
+    }
   }
   $('contagem-catalogo').textContent = `${numero.format(mostrados)} códigos`;
 }
