@@ -1,7 +1,7 @@
 // What the tests of the module and of the page share: the tree's paths, the native tool of the
 // same tree, files made by the project's generator, a static web server and the browser.
 import {spawnSync} from 'node:child_process';
-import {createReadStream, existsSync, mkdirSync, mkdtempSync, readFileSync, statSync} from 'node:fs';
+import {createReadStream, existsSync, mkdirSync, mkdtempSync, readFileSync, rmSync, statSync} from 'node:fs';
 import {createServer} from 'node:http';
 import {tmpdir} from 'node:os';
 import {extname, join, normalize, resolve} from 'node:path';
@@ -18,7 +18,19 @@ export const BIBLIOTECA_EXEMPLO = join(NATIVO, 'tools/inscricao-exemplo/libDllIn
 export const HOJE = '20240630';
 export const HOJE_ISO = '2024-06-30';
 
-export function temporario(prefixo) { return mkdtempSync(join(tmpdir(), prefixo)); }
+// Folders of the tests' own runs, removed when the tests end: a faulty file of 100,000 lines
+// leaves a warnings file of about 100 MB.
+const temporarios = [];
+process.on('exit', () => {
+  for (const pasta of temporarios)
+    rmSync(pasta, {recursive: true, force: true});
+});
+
+export function temporario(prefixo) {
+  const pasta = mkdtempSync(join(tmpdir(), prefixo));
+  temporarios.push(pasta);
+  return pasta;
+}
 
 /** Runs the native tool; answers its exit code and its outputs. */
 export function nativo(argumentos, ambiente = {}) {
@@ -37,25 +49,18 @@ export function jsonNativo(argumentos) {
   return {...r, objeto: JSON.parse(r.saida.trim().split('\n').pop())};
 }
 
-/** Files of both kinds written by the project's generator, kept in the build folder. */
-export function arquivosGerados(linhas) {
+/** A file written by the project's generator, kept in the build folder for the next run. */
+export function arquivoGerado(especie, linhas, defeitos) {
   const pasta = join(RAIZ, 'build/web-arquivos');
   mkdirSync(pasta, {recursive: true});
-  const arquivos = {};
-  for (const especie of ['notas', 'fichas']) {
-    for (const defeitos of [false, true]) {
-      const nome = `${especie}${defeitos ? '-com-defeitos' : ''}-${linhas}.txt`;
-      const caminho = join(pasta, nome);
-      if (!existsSync(caminho)) {
-        const r = spawnSync(
-            GERADOR,
-            [especie, '-n', String(linhas), ...(defeitos ? ['--defeitos'] : []), '-o', caminho]);
-        if (r.status !== 0) throw new Error(`o gerador falhou: ${r.stderr}`);
-      }
-      arquivos[nome] = caminho;
-    }
+  const caminho = join(pasta, `${especie}${defeitos ? '-com-defeitos' : ''}-${linhas}.txt`);
+  if (!existsSync(caminho)) {
+    const r = spawnSync(
+        GERADOR,
+        [especie, '-n', String(linhas), ...(defeitos ? ['--defeitos'] : []), '-o', caminho]);
+    if (r.status !== 0) throw new Error(`o gerador falhou: ${r.stderr}`);
   }
-  return arquivos;
+  return caminho;
 }
 
 export const AMOSTRAS_ARQUIVOS = [

@@ -9,11 +9,11 @@ import {basename, join} from 'node:path';
 
 import carregarQuorvValida from '../dist/modulo/index.js';
 
-import {arquivosGerados, CLI, DIST, HOJE, HOJE_ISO, navegador, servidor, temporario} from './apoio.mjs';
+import {arquivoGerado, CLI, DIST, HOJE, HOJE_ISO, navegador, servidor, temporario} from './apoio.mjs';
 
 const repeticoes = Number(process.argv[2] ?? 5);
 const linhas = 1000000;
-const arquivo = arquivosGerados(linhas)[`notas-${linhas}.txt`];
+const arquivo = arquivoGerado('notas', linhas, false);
 const mediana = (valores) => {
   const v = [...valores].sort((a, b) => a - b);
   return v[Math.floor(v.length / 2)];

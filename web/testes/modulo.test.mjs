@@ -4,14 +4,14 @@
 // of the web facade, and the page's JSON gives the tool's warnings.
 import assert from 'node:assert/strict';
 import {spawnSync} from 'node:child_process';
-import {existsSync, readFileSync, writeFileSync} from 'node:fs';
+import {existsSync, readFileSync, rmSync, writeFileSync} from 'node:fs';
 import {basename, join} from 'node:path';
 import {after, before, describe, test} from 'node:test';
 
 import carregarQuorvValida from '../dist/modulo/index.js';
 import {codigoSaida, csvAdvertencias, jsonValidacao, lerAdvertencias} from '../pagina/js/advertencias.js';
 
-import {AMOSTRAS_ARQUIVOS, arquivosGerados, BIBLIOTECA_EXEMPLO, HOJE, jsonNativo, nativo, RAIZ, temporario,} from './apoio.mjs';
+import {AMOSTRAS_ARQUIVOS, arquivoGerado, BIBLIOTECA_EXEMPLO, HOJE, jsonNativo, nativo, RAIZ, temporario} from './apoio.mjs';
 
 // The example state-registration library's rule, written in JavaScript: digits only, the last
 // the sum of the others modulo 10, for the home state alone.
@@ -85,7 +85,9 @@ function validaNoNativo(caminho, opcoesVerificador, argumentos = []) {
     ...argumentos
   ]);
   const arquivo = join(diretorio, 'ADVERTENCIAS.TXT');
-  return {...r, advertencias: existsSync(arquivo) ? readFileSync(arquivo) : null};
+  const advertencias = existsSync(arquivo) ? readFileSync(arquivo) : null;
+  rmSync(diretorio, {recursive: true});
+  return {...r, advertencias};
 }
 
 function mensagemDo(especie) {
@@ -173,7 +175,12 @@ function comparaRun(caminho, nomeVerificador, argumentosModulo = [], argumentosN
   return {m, n, rotulo};
 }
 
-const grandes = arquivosGerados(100000);
+const grandes =
+    Object.fromEntries([['notas', false], ['notas', true], ['fichas', false], ['fichas', true]].map(
+        ([especie, defeitos]) => {
+          const caminho = arquivoGerado(especie, 100000, defeitos);
+          return [basename(caminho), caminho];
+        }));
 
 describe('validações iguais às do programa nativo', () => {
   for (const caminho of AMOSTRAS_ARQUIVOS) {

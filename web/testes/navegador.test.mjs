@@ -8,7 +8,7 @@ import {existsSync, mkdirSync, readFileSync} from 'node:fs';
 import {basename, join} from 'node:path';
 import {after, before, describe, test} from 'node:test';
 
-import {AMOSTRAS_ARQUIVOS, arquivosGerados, HOJE, HOJE_ISO, jsonNativo, nativo, navegador, RAIZ, servidor, temporario,} from './apoio.mjs';
+import {AMOSTRAS_ARQUIVOS, arquivoGerado, HOJE, HOJE_ISO, jsonNativo, nativo, navegador, RAIZ, servidor, temporario} from './apoio.mjs';
 
 const CAPTURAS = join(RAIZ, 'build/web/capturas');
 mkdirSync(CAPTURAS, {recursive: true});
@@ -229,7 +229,7 @@ describe('a página', () => {
   });
 
   test('centenas de milhares de advertências: contagem, fim da tabela e filtro', async () => {
-    const caminho = arquivosGerados(100000)['notas-com-defeitos-100000.txt'];
+    const caminho = arquivoGerado('notas', 100000, true);
     const diretorio = temporario('quorv-pagina-grande-');
     nativo(['notas', caminho, '-q', '-d', diretorio, '--hoje', HOJE]);
     const linhas = readFileSync(join(diretorio, 'ADVERTENCIAS.TXT'), 'latin1')
@@ -271,7 +271,7 @@ describe('a página', () => {
   test(
       'um arquivo grande: a página responde durante a validação, que pode ser cancelada',
       async () => {
-        const grande = arquivosGerados(1000000)['fichas-1000000.txt'];
+        const grande = arquivoGerado('fichas', 1000000, false);
         const {pagina} = await novaPagina();
         await pagina.evaluate(() => {
           window.maiorPausa = 0;
