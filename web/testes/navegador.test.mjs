@@ -289,9 +289,12 @@ describe('a página', () => {
         await pagina.click('#cancelar');
         await pagina.locator('#lista-arquivos .estado', {hasText: 'cancelado'}).waitFor();
         assert.ok((await pagina.evaluate(() => window.maiorPausa)) < 500, 'a página não parou');
-        // A new worker takes the next file.
+        // A new worker takes the next file, and the cancelled one can be validated again.
         await solta(pagina, AMOSTRAS_ARQUIVOS[0]);
         await pagina.locator('#resultado:not([hidden])').waitFor();
+        await pagina.click('button[aria-label="Validar de novo fichas-1000000.txt"]');
+        await pagina.locator('#lista-arquivos li:first-child .estado', {hasText: 'validado em'})
+            .waitFor({timeout: 120000});
         await pagina.close();
       });
 

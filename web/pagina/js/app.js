@@ -12,6 +12,7 @@ const NOMES = {
   fichas: 'ficha cadastral'
 };
 
+$('sem-script').remove();
 const trabalhador = new Trabalhador(new URL('./trabalhador.js', import.meta.url));
 const fila = [];
 let atual = null;
@@ -111,10 +112,21 @@ function desenhaItem(item) {
   const ver = document.createElement('button');
   ver.type = 'button';
   ver.className = 'botao';
-  ver.textContent = 'Ver resultado';
-  ver.disabled = !item.resultado;
-  ver.setAttribute('aria-label', `Ver resultado de ${item.arquivo.name}`);
-  ver.addEventListener('click', () => mostra(item, true));
+  if (item.estado === 'cancelado') {
+    // A cancelled run can be started again.
+    ver.textContent = 'Validar de novo';
+    ver.setAttribute('aria-label', `Validar de novo ${item.arquivo.name}`);
+    ver.addEventListener('click', () => {
+      item.estado = 'na fila';
+      desenhaItem(item);
+      processaFila();
+    });
+  } else {
+    ver.textContent = 'Ver resultado';
+    ver.disabled = !item.resultado;
+    ver.setAttribute('aria-label', `Ver resultado de ${item.arquivo.name}`);
+    ver.addEventListener('click', () => mostra(item, true));
+  }
   li.append(nome, rotulo, ver);
 }
 
@@ -578,9 +590,19 @@ function filtraCatalogos() {
 }
 $('busca-catalogo').addEventListener('input', () => catalogos && filtraCatalogos());
 
-trabalhador.pronto.then((versao) => {
-  $('versao').textContent = versao;
-});
+trabalhador.pronto.then(
+    (versao) => {
+      $('versao').textContent = versao;
+    },
+    (erro) => {
+      // A browser without WebAssembly exceptions, or a page opened from a file rather than from
+      // a web server, cannot load the validator: say so where the files are chosen.
+      const aviso = $('falha-modulo');
+      aviso.textContent = `Este navegador não carregou o validador (${erro.message}). Abra a ` +
+          'página por um servidor web, num navegador atual (Chrome, Edge, Firefox ou Safari ' +
+          'recentes).';
+      aviso.hidden = false;
+    });
 
 // Offline once loaded: a service worker keeps the page and the module. It needs a secure
 // origin (https or this computer); elsewhere the page works online only.
