@@ -180,7 +180,14 @@ async function processaFila() {
   try {
     const resultado = await trabalhador.pede(
         {tipo: 'validar', arquivo: item.arquivo, especie: item.especie, opcoes: valores},
-        ({linhas, total}) => {
+        ({fase, linhas, lidos, total}) => {
+          if (fase === 'advertencias') {
+            $('barra').value = lidos / total;
+            $('progresso-texto').textContent =
+                `arquivo validado; lendo as advertências para a tabela (${
+                    Math.floor((100 * lidos) / total)}%)`;
+            return;
+          }
           $('barra').value = total > 0 ? linhas / total : 0;
           $('progresso-texto').textContent = `${numero.format(Math.round(linhas))} de cerca de ${
               numero.format(Math.round(total))} linhas`;

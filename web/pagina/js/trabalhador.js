@@ -167,8 +167,15 @@ async function validar({arquivo, especie, opcoes}) {
       const colCodigo = [];
       const colTR = [];
       const posicoes = [];
+      // Millions of warnings take seconds to read: the page is told how far the reading is.
+      let aviso = performance.now();
       for (const a of lerAdvertencias(
                bytes, opcoes.separador, especie, (c) => textos.texto(especie, c))) {
+        if ((linhas.length & 0xffff) === 0 && performance.now() - aviso > 100) {
+          aviso = performance.now();
+          postMessage(
+              {tipo: 'progresso', fase: 'advertencias', lidos: a.inicio, total: bytes.length});
+        }
         if (!indiceCodigo.has(a.codigoTexto)) {
           indiceCodigo.set(a.codigoTexto, codigos.length);
           codigos.push({
