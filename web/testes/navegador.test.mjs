@@ -155,6 +155,45 @@ describe('cada amostra solta na página', () => {
   }
 });
 
+describe('as opções avançadas', () => {
+  test(
+      'chaves, origem, servidor e separador chegam à validação como na linha de comando',
+      async () => {
+        const {pagina, erros} = await novaPagina();
+        await pagina.locator('#avancado summary').click();
+        await pagina.fill('input[name="separador"]', '');
+        await solta(pagina, AMOSTRAS_ARQUIVOS[3]);
+        // An empty separator is refused, and the file waits until it is corrected.
+        await pagina.locator('#erro-opcoes:not([hidden])').waitFor();
+        assert.match(await pagina.locator('#erro-opcoes').textContent(), /separador/);
+        await pagina.fill('input[name="chaveRemessa"]', '12,5');
+        await pagina.fill('input[name="chaveProcessamento"]', '7');
+        await pagina.fill('input[name="origem"]', 'ORIG');
+        await pagina.fill('input[name="servidor"]', 'SRV');
+        await pagina.fill('input[name="separador"]', ';;');
+        await pagina.locator('input[name="separador"]').dispatchEvent('change');
+        await pagina.locator('#resultado:not([hidden])').waitFor();
+
+        const diretorio = temporario('quorv-pagina-opcoes-');
+        const n = jsonNativo([
+          'fichas', AMOSTRAS_ARQUIVOS[3], '-d', diretorio, '--hoje', HOJE, '--chave-remessa',
+          '12.5', '--chave-processamento', '7', '--origem', 'ORIG', '--servidor', 'SRV',
+          '--separador', ';;'
+        ]);
+        const advertencias = await baixa(pagina, '#baixar-advertencias');
+        assert.ok(advertencias.bytes.equals(readFileSync(join(diretorio, 'ADVERTENCIAS.TXT'))));
+        assert.ok(advertencias.bytes.toString('latin1').startsWith(
+            `${n.objeto.advertencias[0].codigo};;12,5;;7;;`));
+        const json = JSON.parse((await baixa(pagina, '#baixar-json')).bytes.toString('utf8'));
+        assert.deepEqual(
+            json.advertencias,
+            n.objeto.advertencias.map(
+                ({codigo, linha, tr, mensagem}) => ({codigo, linha, tr, mensagem})));
+        assert.deepEqual(erros, []);
+        await pagina.close();
+      });
+});
+
 describe('a página', () => {
   test('nenhum pedido levou o arquivo: só leituras das páginas do próprio servidor', () => {
     assert.ok(pedidosDoNavegador.length > 0);

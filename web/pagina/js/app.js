@@ -209,6 +209,9 @@ async function processaFila() {
   processaFila();
 }
 
+// Files left waiting by an option that was not valid go on once it is corrected.
+$('opcoes').addEventListener('change', () => processaFila());
+
 $('validar-de-novo').addEventListener('click', () => {
   if (!atual || validando) return;
   atual.resultado = null;
