@@ -102,6 +102,10 @@ describe('cada amostra solta na página', () => {
       assert.ok(situacao.includes(n.objeto.significado), situacao);
       const remessa = await pagina.locator('#numeros div:nth-child(2) dd').textContent();
       assert.equal(remessa, n.objeto.numero_remessa || '(não lido)');
+      const contagens = await pagina.locator('#numeros dd').allTextContents();
+      assert.equal(contagens[2], String(nativas.length));
+      assert.equal(contagens[3], String(new Set(nativas.map((a) => a.codigo)).size));
+      assert.equal(contagens[4], String(new Set(nativas.map((a) => a.linha)).size));
 
       const caminhoNativo = join(diretorio, 'ADVERTENCIAS.TXT');
       if (nativas.length === 0) {

@@ -258,7 +258,7 @@ function mostra(item, foco) {
     ['Número da remessa', r.numeroRemessa || '(não lido)'],
     ['Advertências', numero.format(r.total)],
     ['Códigos diferentes', numero.format(r.codigos ? r.codigos.length : 0)],
-    ['Linhas com advertência', numero.format(r.total ? new Set(r.linhas).size : 0)],
+    ['Linhas com advertência', numero.format(r.linhasDistintas ?? 0)],
     ['Tempo da validação', `${numero.format(Math.round(r.duracao) / 1000)} s`],
   ];
   $('numeros').replaceChildren(

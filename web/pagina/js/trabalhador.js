@@ -195,6 +195,7 @@ async function validar({arquivo, especie, opcoes}) {
       }
       Object.assign(resultado, {
         total: linhas.length,
+        linhasDistintas: new Set(linhas).size,
         codigos,
         trs,
         linhas: Float64Array.from(linhas),
