@@ -244,6 +244,49 @@ describe('a página', () => {
         await pagina.locator('#titulo-detalhe').textContent(), new RegExp(`^Linha ${terceira} `));
     assert.ok((await pagina.locator('#linha-arquivo pre').textContent()).includes('1234567890'));
     await pagina.screenshot({path: join(CAPTURAS, '2-resultado.png'), fullPage: true});
+
+    // Every control has a name a screen reader can say, and every visible text stands out from
+    // its background by 4.5:1 at least (3:1 for large text).
+    const semNome = await pagina.evaluate(
+        () => [...document.querySelectorAll('input, select, button, [role="grid"], [role="tab"]')]
+                  .filter((e) => e.offsetParent !== null)
+                  .filter(
+                      (e) =>
+                          !(e.labels?.length > 0 || e.getAttribute('aria-label') ||
+                            e.getAttribute('aria-labelledby') || e.textContent.trim()))
+                  .map((e) => e.outerHTML.slice(0, 80)));
+    assert.deepEqual(semNome, []);
+    const poucoContraste = await pagina.evaluate(() => {
+      const rgb = (cor) => cor.match(/[\d.]+/g).map(Number);
+      const luz = ([r, g, b]) => {
+        const canal = (c) => {
+          c /= 255;
+          return c <= 0.03928 ? c / 12.92 : ((c + 0.055) / 1.055) ** 2.4;
+        };
+        return 0.2126 * canal(r) + 0.7152 * canal(g) + 0.0722 * canal(b);
+      };
+      const fundo = (e) => {
+        for (; e; e = e.parentElement) {
+          const cor = rgb(getComputedStyle(e).backgroundColor);
+          if (cor.length < 4 || cor[3] > 0) return cor;
+        }
+        return [255, 255, 255];
+      };
+      const ruins = [];
+      for (const e of document.querySelectorAll('body *')) {
+        const texto = [...e.childNodes].some((n) => n.nodeType === 3 && n.textContent.trim());
+        if (!texto || e.offsetParent === null) continue;
+        const estilo = getComputedStyle(e);
+        const [a, b] = [luz(rgb(estilo.color)), luz(fundo(e))];
+        const razao = (Math.max(a, b) + 0.05) / (Math.min(a, b) + 0.05);
+        const grande = parseFloat(estilo.fontSize) >= 24 ||
+            (parseFloat(estilo.fontSize) >= 18.66 && Number(estilo.fontWeight) >= 700);
+        if (razao < (grande ? 3 : 4.5))
+          ruins.push(`${e.tagName}.${e.className} ${razao.toFixed(2)}`);
+      }
+      return ruins;
+    });
+    assert.deepEqual(poucoContraste, []);
     await pagina.locator('#detalhe').screenshot({path: join(CAPTURAS, '3-linha.png')});
 
     // The catalogues, searched.
