@@ -243,6 +243,7 @@ describe('a página', () => {
     assert.match(
         await pagina.locator('#titulo-detalhe').textContent(), new RegExp(`^Linha ${terceira} `));
     assert.ok((await pagina.locator('#linha-arquivo pre').textContent()).includes('1234567890'));
+    await pagina.mouse.move(0, 0);
     await pagina.screenshot({path: join(CAPTURAS, '2-resultado.png'), fullPage: true});
 
     // Every control has a name a screen reader can say, and every visible text stands out from
