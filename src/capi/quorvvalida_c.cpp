@@ -2,6 +2,7 @@
 #include "quorvvalida/quorvvalida.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <new>
 #include <string>
@@ -61,16 +62,37 @@ std::function<void(double&)> Progresso(quorv_progresso funcao, void* contexto) {
   return [funcao, contexto](double& porcentagem) { funcao(&porcentagem, contexto); };
 }
 
-// The optional arguments with their defaults.
+// The size of the options of the first version: every later one is larger, with its new fields
+// read only when the caller's `tamanho` covers them.
+constexpr size_t kTamanhoPrimeiraVersao = offsetof(quorv_opcoes, separador) + sizeof(const char*);
+// The largest `tamanho` taken for a size at all: anything above is a field never set.
+constexpr size_t kMaiorTamanho = 1024;
+
+// True when every byte of the caller's struct past what this library knows is zero.
+bool SemCamposDesconhecidos(const quorv_opcoes& opcoes) {
+  if (opcoes.tamanho <= sizeof(quorv_opcoes)) return true;
+  const auto* bytes = reinterpret_cast<const unsigned char*>(&opcoes);
+  return std::all_of(bytes + sizeof(quorv_opcoes), bytes + opcoes.tamanho,
+                     [](unsigned char byte) { return byte == 0; });
+}
+
+// The optional arguments with their defaults. A caller built against an older header sends a
+// shorter struct: the fields it does not know keep their defaults. One built against a newer
+// header sends a longer one: the fields this library does not know must be at their default,
+// zero, or the options are refused rather than half obeyed.
 struct Opcoes {
   explicit Opcoes(const quorv_opcoes* opcoes) {
     if (opcoes == nullptr) return;
+    validas = opcoes->tamanho >= kTamanhoPrimeiraVersao && opcoes->tamanho <= kMaiorTamanho &&
+              SemCamposDesconhecidos(*opcoes);
+    if (!validas) return;
     chaveRemessa = opcoes->chave_remessa;
     chaveProcessamento = opcoes->chave_processamento;
     if (opcoes->origem != nullptr) origem = opcoes->origem;
     if (opcoes->servidor != nullptr) servidor = opcoes->servidor;
     if (opcoes->separador != nullptr) separador = opcoes->separador;
   }
+  bool validas = true;
   double chaveRemessa = 0;
   double chaveProcessamento = 0;
   std::string origem;
@@ -120,6 +142,7 @@ int16_t quorv_valida_dados(quorv_validacao* validacao, const char* arquivo, cons
   return Protegido(
       [&] {
         const Opcoes o(opcoes);
+        if (!o.validas) return static_cast<int16_t>(9);
         std::string numero;
         const int16_t status =
             validacao->objeto.Valida_Dados(Texto(arquivo), numero, Texto(diretorio), o.chaveRemessa,
@@ -158,6 +181,7 @@ int16_t quorv_valida_fichas(quorv_validacao_ficha* validacao, const char* arquiv
   return Protegido(
       [&] {
         const Opcoes o(opcoes);
+        if (!o.validas) return static_cast<int16_t>(9);
         std::string numero;
         const int16_t status = validacao->objeto.Valida_Fichas(
             Texto(arquivo), numero, Texto(diretorio), o.chaveRemessa, o.chaveProcessamento,
