@@ -89,7 +89,7 @@ void Gera(const Opcoes& opcoes, const Tipo& tipo, bool defeitos, std::uint64_t l
           const fs::path& destino) {
   std::vector<std::string> argumentos = {opcoes.gerador,         tipo.nome, "-n",
                                          std::to_string(linhas), "-o",      destino.string()};
-  if (defeitos) argumentos.push_back("--defeitos");
+  if (defeitos) argumentos.emplace_back("--defeitos");
   if (Executa(argumentos).codigo != 0) {
     throw std::runtime_error("o gerador falhou ao escrever " + destino.string());
   }
@@ -111,7 +111,7 @@ Medida Valida(const Opcoes& opcoes, const Tipo& tipo, const fs::path& arquivo,
   std::vector<std::string> argumentos = {opcoes.programa,  tipo.nome, arquivo.string(), "-q", "-d",
                                          trabalho.string()};
   if (!opcoes.inscricaoLib.empty()) {
-    argumentos.push_back("--inscricao-lib");
+    argumentos.emplace_back("--inscricao-lib");
     argumentos.push_back(opcoes.inscricaoLib);
   }
   const Medida medida = Executa(argumentos);
@@ -311,9 +311,7 @@ int Executa(const Opcoes& opcoes) {
   return 0;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int Mede(int argc, char** argv) {
   CLI::App app(
       "Mede a validação de arquivos inteiros pelo quorvvalida contra a leitura do arquivo por "
       "uma regra do mawk, e o custo dos eventos de progresso.",
@@ -332,8 +330,14 @@ int main(int argc, char** argv) {
   app.add_flag("--gigabyte", opcoes.gigabyte,
                "mede também arquivos de 1 GiB e uma linha única de 1 GiB");
   CLI11_PARSE(app, argc, argv);
+  return Executa(opcoes);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
   try {
-    return Executa(opcoes);
+    return Mede(argc, argv);
   } catch (const std::exception& erro) {
     fmt::print(stderr, "quorvvalida-bancada: {}\n", erro.what());
     return 2;

@@ -1,12 +1,15 @@
 // quorvvalida-gerador: writes invoice or registration-form files of the size asked for.
 #include <cstdio>
+#include <exception>
 #include <string>
 
 #include <CLI/CLI.hpp>
 
 #include "linhas.hpp"
 
-int main(int argc, char** argv) {
+namespace {
+
+int Gera(int argc, char** argv) {
   CLI::App app(
       "Escreve arquivos de notas fiscais de produtor ou de ficha cadastral para "
       "exemplos, medições e testes.",
@@ -41,4 +44,15 @@ int main(int argc, char** argv) {
     return 2;
   }
   return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return Gera(argc, argv);
+  } catch (const std::exception& erro) {
+    std::fprintf(stderr, "quorvvalida-gerador: %s\n", erro.what());
+    return 2;
+  }
 }

@@ -1,6 +1,7 @@
 #include "progresso.hpp"
 
 #include <algorithm>
+#include <cmath>
 #include <string>
 
 #include <fmt/core.h>
@@ -17,7 +18,7 @@ namespace {
 constexpr int kLargura = 30;
 
 std::string Duracao(double segundos) {
-  const auto total = static_cast<long long>(segundos + 0.5);
+  const long long total = std::llround(segundos);
   return fmt::format("{}:{:02}", total / 60, total % 60);
 }
 
