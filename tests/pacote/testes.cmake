@@ -48,7 +48,7 @@ if(NOT QUORVVALIDA_SANITIZAR)
       COMMAND ${CMAKE_COMMAND} -E env DEB_BUILD_OPTIONS=nocheck
         ${PROJECT_SOURCE_DIR}/scripts/empacotar ${quorv_debs}/pacotes)
     set_tests_properties(pacote.construcao PROPERTIES FIXTURES_SETUP pacotes_debian
-      TIMEOUT 1800)
+      TIMEOUT 1800 LABELS debian)
     add_test(NAME pacote.lintian COMMAND ${quorv_pacote}/testa_lintian.sh ${quorv_debs}/pacotes)
     execute_process(COMMAND dpkg --print-architecture OUTPUT_VARIABLE quorv_arquitetura
       OUTPUT_STRIP_TRAILING_WHITESPACE)
@@ -61,6 +61,6 @@ if(NOT QUORVVALIDA_SANITIZAR)
         $<TARGET_FILE:quorvvalida_cli> $<TARGET_FILE:DllInscE32> ${PROJECT_VERSION}
         ${quorv_debs}/instalado)
     set_tests_properties(pacote.lintian pacote.simbolos_deb pacote.instalado PROPERTIES
-      FIXTURES_REQUIRED pacotes_debian TIMEOUT 900)
+      FIXTURES_REQUIRED pacotes_debian TIMEOUT 900 LABELS debian)
   endif()
 endif()
