@@ -163,9 +163,10 @@ void ExecucaoNotas::ReiniciaGrupo() {
 
 int16_t ExecucaoNotas::Le(std::string& numeroRemessa,
                           const std::function<void(double&)>& progresso) {
-  // The progress event counts the file's lines from its length, and fires every hundredth of
-  // them.
-  linhasDoArquivo_ = static_cast<double>(entrada_.Tamanho() / kBytesPorLinha);
+  // The progress event counts the file's whole lines from its length, and fires every
+  // hundredth of them.
+  const std::uint64_t linhas = entrada_.Tamanho() / kBytesPorLinha;
+  linhasDoArquivo_ = static_cast<double>(linhas);
   passoProgresso_ = static_cast<std::uint64_t>(linhasDoArquivo_ / 100);
   proximoMultiplo_ = 0;
   contadorLinhas_ = 1;
