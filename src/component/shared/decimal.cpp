@@ -85,8 +85,7 @@ std::to_chars_result Copia(char* inicio, char* fim, const std::string& texto) {
   if (static_cast<std::size_t>(fim - inicio) < texto.size()) {
     return {fim, std::errc::value_too_large};
   }
-  std::memcpy(inicio, texto.data(), texto.size());
-  return {inicio + texto.size(), std::errc()};
+  return {std::copy(texto.begin(), texto.end(), inicio), std::errc()};
 }
 
 }  // namespace
@@ -122,7 +121,7 @@ std::to_chars_result EscrevePelaBibliotecaC(char* inicio, char* fim, double valo
   } else if (digitos.expoente + 1 >= digitos.n) {
     texto += d + std::string(static_cast<std::size_t>(digitos.expoente + 1 - digitos.n), '0');
   } else {
-    const auto inteiros = static_cast<std::size_t>(digitos.expoente + 1);
+    const auto inteiros = static_cast<std::size_t>(digitos.expoente) + 1;
     texto += d.substr(0, inteiros) + "." + d.substr(inteiros);
   }
   return Copia(inicio, fim, texto);
