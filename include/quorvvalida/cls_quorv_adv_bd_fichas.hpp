@@ -6,6 +6,8 @@
 #include <memory>
 #include <string>
 
+#include "quorvvalida/exportacao.h"
+
 namespace quorv {
 
 class LeitorAdvertencias;
@@ -13,7 +15,7 @@ class LeitorAdvertencias;
 // A forward-only reader of ADVERTENCIAS.TXT as the form validator writes it. Open, use the
 // current record, test EndOfStream, MoveNext, and so on; the first record is current right after
 // OpenStream. Lines are split at "#" whatever separator wrote them. Texts are UTF-8.
-class clsQuorvAdvBDFichas {
+class QUORVVALIDA_API clsQuorvAdvBDFichas {
  public:
   clsQuorvAdvBDFichas();
   ~clsQuorvAdvBDFichas();

@@ -5,10 +5,12 @@
 #include <cstdint>
 #include <string>
 
+#include "quorvvalida/exportacao.h"
+
 namespace quorv {
 
 // Turns an invoice warning code into its fixed Portuguese text (UTF-8). Stateless.
-class clsQuorvMsg {
+class QUORVVALIDA_API clsQuorvMsg {
  public:
   // The text of the code; "Erro não cadastrado" for a code without one.
   std::string MensagemAdvertencia(const int16_t& nCodigoAdvertencia) const;

@@ -5,10 +5,12 @@
 #include <cstdint>
 #include <string>
 
+#include "quorvvalida/exportacao.h"
+
 namespace quorv {
 
 // Turns a registration-form warning code into its fixed Portuguese text (UTF-8). Stateless.
-class clsQuorvMsgFichas {
+class QUORVVALIDA_API clsQuorvMsgFichas {
  public:
   // The text of a code from 1 to 129; the empty text for any other code.
   std::string MensagemAdvertenciaFichas(const int16_t& nCodigoAdvertencia) const;

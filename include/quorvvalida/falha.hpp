@@ -5,6 +5,8 @@
 
 #include <cstdint>
 
+#include "quorvvalida/exportacao.h"
+
 namespace quorv {
 
 // The numbers are fixed and never reordered: hosts keep them as plain integers.
@@ -39,7 +41,7 @@ enum class Falha : int32_t {
 
 // One short Portuguese sentence (UTF-8) that tells the failure; a number outside the list gets a
 // sentence that says so.
-const char* DescricaoDaFalha(Falha falha);
+QUORVVALIDA_API const char* DescricaoDaFalha(Falha falha);
 
 }  // namespace quorv
 

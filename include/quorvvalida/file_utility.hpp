@@ -4,11 +4,13 @@
 
 #include <string>
 
+#include "quorvvalida/exportacao.h"
+
 namespace quorv {
 
 // Works on the text of a path only ("\" between folders, ":" after a drive letter, "\\" before a
 // server); nothing is normalised. An error inside an operation leaves its result empty.
-class FileUtility {
+class QUORVVALIDA_API FileUtility {
  public:
   // "C:" of C:\dir\file.txt; "\\server" of \\server\share\file.txt; empty otherwise.
   std::string GetDrive(const std::string& sArquivoRemessa) const;

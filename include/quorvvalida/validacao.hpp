@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 
+#include "quorvvalida/exportacao.h"
 #include "quorvvalida/falha.hpp"
 #include "quorvvalida/relogio.hpp"
 
@@ -19,7 +20,7 @@ class ExecucaoNotas;
 // Checks one producer-invoice file per call and writes every problem found as a line of
 // ADVERTENCIAS.TXT in the working directory. One object runs one file at a time; objects on
 // different threads need different working directories. No member throws.
-class Validacao {
+class QUORVVALIDA_API Validacao {
  public:
   Validacao();
   ~Validacao();

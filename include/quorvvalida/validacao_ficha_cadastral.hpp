@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 
+#include "quorvvalida/exportacao.h"
 #include "quorvvalida/falha.hpp"
 #include "quorvvalida/relogio.hpp"
 
@@ -20,7 +21,7 @@ class ExecucaoFichas;
 // ADVERTENCIAS.TXT in the working directory. A run that reaches the trailer ends with status 8
 // even on a clean file: callers judge a run by whether ADVERTENCIAS.TXT exists afterwards.
 // One object runs one file at a time. No member throws.
-class ValidacaoFichaCadastral {
+class QUORVVALIDA_API ValidacaoFichaCadastral {
  public:
   ValidacaoFichaCadastral();
   ~ValidacaoFichaCadastral();

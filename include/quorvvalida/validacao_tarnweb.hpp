@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 
+#include "quorvvalida/exportacao.h"
 #include "quorvvalida/falha.hpp"
 #include "quorvvalida/relogio.hpp"
 
@@ -13,7 +14,7 @@ namespace quorv {
 // Runs a validator with the web system's fixed arguments and, when warnings were found, turns
 // ADVERTENCIAS.TXT into a return file for a person to read (Windows-1252, CR LF) and deletes it.
 // The validating methods answer true when no warnings file was left. No member throws.
-class ValidacaoTarnWEB {
+class QUORVVALIDA_API ValidacaoTarnWEB {
  public:
   // Validates a producer-invoice file; the return file is sDirTrabalho + sFileRetorno.
   bool Valida_Dados_Tarnweb(const std::string& sFilePath, const std::string& sFileRetorno,

@@ -2,6 +2,7 @@
 #include "quorvvalida/quorvvalida.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <new>
 #include <string>
@@ -51,6 +52,50 @@ Resultado Protegido(Funcao funcao, Resultado seFalhar) {
   }
 }
 
+// The reason of the last validating call on each thread, as errno keeps the last error.
+thread_local int32_t ultimaFalha = QUORV_FALHA_NENHUMA;
+
+static_assert(
+    QUORV_FALHA_NENHUMA == static_cast<int32_t>(quorv::Falha::Nenhuma) &&
+        QUORV_FALHA_ENTRADA_INACESSIVEL == static_cast<int32_t>(quorv::Falha::EntradaInacessivel) &&
+        QUORV_FALHA_DIRETORIO_INEXISTENTE ==
+            static_cast<int32_t>(quorv::Falha::DiretorioInexistente) &&
+        QUORV_FALHA_ENTRADA_EH_ADVERTENCIAS ==
+            static_cast<int32_t>(quorv::Falha::EntradaEhAdvertencias) &&
+        QUORV_FALHA_ADVERTENCIAS_NAO_CRIADAS ==
+            static_cast<int32_t>(quorv::Falha::AdvertenciasNaoCriadas) &&
+        QUORV_FALHA_ESCRITA_ADVERTENCIAS ==
+            static_cast<int32_t>(quorv::Falha::EscritaAdvertencias) &&
+        QUORV_FALHA_RETORNO_NAO_CRIADO == static_cast<int32_t>(quorv::Falha::RetornoNaoCriado) &&
+        QUORV_FALHA_ESCRITA_RETORNO == static_cast<int32_t>(quorv::Falha::EscritaRetorno) &&
+        QUORV_FALHA_RETORNO_EH_ENTRADA == static_cast<int32_t>(quorv::Falha::RetornoEhEntrada) &&
+        QUORV_FALHA_ERRO_GRAVE == static_cast<int32_t>(quorv::Falha::ErroGrave) &&
+        QUORV_FALHA_INTERNA == static_cast<int32_t>(quorv::Falha::FalhaInterna),
+    "the C failure numbers are the library's");
+
+// Runs a validating call: the thread's last failure becomes what the object tells after it, an
+// internal failure when the call could not run to its end, or a refusal of the arguments.
+template <typename Objeto, typename Funcao, typename Resultado>
+Resultado Valida(Objeto* objeto, Funcao funcao, Resultado seFalhar) {
+  ultimaFalha = QUORV_FALHA_ARGUMENTOS;
+  if (objeto == nullptr) return seFalhar;
+  ultimaFalha = QUORV_FALHA_NENHUMA;
+  bool terminou = false;
+  const Resultado resultado = Protegido(
+      [&] {
+        const Resultado r = funcao();
+        terminou = true;
+        return r;
+      },
+      seFalhar);
+  if (!terminou) {
+    ultimaFalha = QUORV_FALHA_INTERNA;
+  } else if (ultimaFalha != QUORV_FALHA_ARGUMENTOS) {
+    ultimaFalha = static_cast<int32_t>(objeto->objeto.UltimaFalha());
+  }
+  return resultado;
+}
+
 quorv::Relogio RelogioFixo(double serial) {
   if (serial == 0) return {};
   return [serial] { return serial; };
@@ -61,16 +106,37 @@ std::function<void(double&)> Progresso(quorv_progresso funcao, void* contexto) {
   return [funcao, contexto](double& porcentagem) { funcao(&porcentagem, contexto); };
 }
 
-// The optional arguments with their defaults.
+// The size of the options of the first version: every later one is larger, with its new fields
+// read only when the caller's `tamanho` covers them.
+constexpr size_t kTamanhoPrimeiraVersao = offsetof(quorv_opcoes, separador) + sizeof(const char*);
+// The largest `tamanho` taken for a size at all: anything above is a field never set.
+constexpr size_t kMaiorTamanho = 1024;
+
+// True when every byte of the caller's struct past what this library knows is zero.
+bool SemCamposDesconhecidos(const quorv_opcoes& opcoes) {
+  if (opcoes.tamanho <= sizeof(quorv_opcoes)) return true;
+  const auto* bytes = reinterpret_cast<const unsigned char*>(&opcoes);
+  return std::all_of(bytes + sizeof(quorv_opcoes), bytes + opcoes.tamanho,
+                     [](unsigned char byte) { return byte == 0; });
+}
+
+// The optional arguments with their defaults. A caller built against an older header sends a
+// shorter struct: the fields it does not know keep their defaults. One built against a newer
+// header sends a longer one: the fields this library does not know must be at their default,
+// zero, or the options are refused rather than half obeyed.
 struct Opcoes {
   explicit Opcoes(const quorv_opcoes* opcoes) {
     if (opcoes == nullptr) return;
+    validas = opcoes->tamanho >= kTamanhoPrimeiraVersao && opcoes->tamanho <= kMaiorTamanho &&
+              SemCamposDesconhecidos(*opcoes);
+    if (!validas) return;
     chaveRemessa = opcoes->chave_remessa;
     chaveProcessamento = opcoes->chave_processamento;
     if (opcoes->origem != nullptr) origem = opcoes->origem;
     if (opcoes->servidor != nullptr) servidor = opcoes->servidor;
     if (opcoes->separador != nullptr) separador = opcoes->separador;
   }
+  bool validas = true;
   double chaveRemessa = 0;
   double chaveProcessamento = 0;
   std::string origem;
@@ -98,6 +164,21 @@ const char* quorv_versao(void) {
   return quorv::kVersao;
 }
 
+int32_t quorv_ultima_falha(void) {
+  return ultimaFalha;
+}
+
+size_t quorv_descricao_falha(int32_t falha, char* destino, size_t tamanho) {
+  return CopiaDe(
+      [&]() -> std::string {
+        if (falha == QUORV_FALHA_ARGUMENTOS) {
+          return "Um objeto nulo ou opções que a biblioteca não sabe ler: nada foi validado.";
+        }
+        return quorv::DescricaoDaFalha(static_cast<quorv::Falha>(falha));
+      },
+      destino, tamanho);
+}
+
 quorv_validacao* quorv_validacao_cria(void) {
   return Cria<quorv_validacao>();
 }
@@ -116,10 +197,11 @@ void quorv_validacao_hoje(quorv_validacao* validacao, double serial) {
 
 int16_t quorv_valida_dados(quorv_validacao* validacao, const char* arquivo, const char* diretorio,
                            const quorv_opcoes* opcoes, char* numero_remessa, size_t tamanho) {
-  if (validacao == nullptr) return 9;
-  return Protegido(
+  return Valida(
+      validacao,
       [&] {
         const Opcoes o(opcoes);
+        if (!o.validas) return (ultimaFalha = QUORV_FALHA_ARGUMENTOS, static_cast<int16_t>(9));
         std::string numero;
         const int16_t status =
             validacao->objeto.Valida_Dados(Texto(arquivo), numero, Texto(diretorio), o.chaveRemessa,
@@ -154,10 +236,11 @@ void quorv_ficha_hoje(quorv_validacao_ficha* validacao, double serial) {
 int16_t quorv_valida_fichas(quorv_validacao_ficha* validacao, const char* arquivo,
                             const char* diretorio, const quorv_opcoes* opcoes, char* numero_remessa,
                             size_t tamanho) {
-  if (validacao == nullptr) return 9;
-  return Protegido(
+  return Valida(
+      validacao,
       [&] {
         const Opcoes o(opcoes);
+        if (!o.validas) return (ultimaFalha = QUORV_FALHA_ARGUMENTOS, static_cast<int16_t>(9));
         std::string numero;
         const int16_t status = validacao->objeto.Valida_Fichas(
             Texto(arquivo), numero, Texto(diretorio), o.chaveRemessa, o.chaveProcessamento,
@@ -223,8 +306,8 @@ void quorv_tarnweb_programa_chamador(quorv_tarnweb* web, const char* valor) {
 
 int quorv_tarnweb_valida_dados(quorv_tarnweb* web, const char* arquivo, const char* retorno,
                                const char* diretorio, char* numero_remessa, size_t tamanho) {
-  if (web == nullptr) return 0;
-  return Protegido(
+  return Valida(
+      web,
       [&] {
         std::string numero;
         const bool resultado = web->objeto.Valida_Dados_Tarnweb(Texto(arquivo), Texto(retorno),
@@ -237,8 +320,8 @@ int quorv_tarnweb_valida_dados(quorv_tarnweb* web, const char* arquivo, const ch
 
 int quorv_tarnweb_valida_fichas(quorv_tarnweb* web, const char* arquivo, const char* retorno,
                                 const char* diretorio, char* numero_remessa, size_t tamanho) {
-  if (web == nullptr) return 0;
-  return Protegido(
+  return Valida(
+      web,
       [&] {
         std::string numero;
         const bool resultado = web->objeto.Valida_Dados_Ficha_Cadastral(
@@ -252,8 +335,8 @@ int quorv_tarnweb_valida_fichas(quorv_tarnweb* web, const char* arquivo, const c
 int quorv_tarnweb_valida_tipo(quorv_tarnweb* web, const char* arquivo, const char* retorno,
                               const char* diretorio, char* numero_remessa, size_t tamanho,
                               const char* tipo) {
-  if (web == nullptr) return 0;
-  return Protegido(
+  return Valida(
+      web,
       [&] {
         std::string numero;
         const bool resultado = web->objeto.Valida_TIPO(Texto(arquivo), Texto(retorno),

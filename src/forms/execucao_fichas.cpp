@@ -194,7 +194,7 @@ int16_t ExecucaoFichas::Le() {
       const int16_t tr = *tipo;
 
       if (linha.comprimento != kLargura) return Para(2);
-      if (linhaAtual_.find('#') != std::string::npos) return Para(129);
+      if (texto::Contem(linhaAtual_, '#')) return Para(129);
       semCerquilha_ = true;
       if (sequencia != contadorLinhas_) return Para(3);
       if (!TipoConhecido(tr)) return Para(5);

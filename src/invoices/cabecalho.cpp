@@ -80,9 +80,7 @@ int16_t VerificaCabecalhoV2(ExecucaoNotas& execucao, std::string_view registro,
   if (!texto::EhNumerico(Campo(registro, kTipoFonte))) ocorrencias.Falha(194);
 
   const std::string_view codigoFonte = Campo(registro, kCodigoFonte);
-  if (texto::EmBranco(codigoFonte)) {
-    ocorrencias.Falha(193);
-  } else if (!texto::EhNumerico(codigoFonte)) {
+  if (texto::EmBranco(codigoFonte) || !texto::EhNumerico(codigoFonte)) {
     ocorrencias.Falha(193);
   }
 

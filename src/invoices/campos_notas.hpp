@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "component/shared/datas.hpp"
+#include "component/shared/decimal.hpp"
 #include "component/shared/documentos.hpp"
 #include "component/shared/texto.hpp"
 
@@ -54,8 +55,7 @@ inline bool DocumentoAceito(std::string_view campo, Contribuinte contribuinte) {
   const char* fim =
       inteiro
           ? std::to_chars(escrito + 1, escrito + sizeof escrito, static_cast<long long>(*valor)).ptr
-          : std::to_chars(escrito + 1, escrito + sizeof escrito, *valor, std::chars_format::fixed)
-                .ptr;
+          : decimal::Escreve(escrito + 1, escrito + sizeof escrito, *valor).ptr;
   std::string_view numero(escrito, static_cast<std::size_t>(fim - escrito));
   if (numero.substr(1, 2) == "0.") {
     escrito[1] = ' ';

@@ -163,9 +163,10 @@ void ExecucaoNotas::ReiniciaGrupo() {
 
 int16_t ExecucaoNotas::Le(std::string& numeroRemessa,
                           const std::function<void(double&)>& progresso) {
-  // The progress event counts the file's lines from its length, and fires every hundredth of
-  // them.
-  linhasDoArquivo_ = static_cast<double>(entrada_.Tamanho() / kBytesPorLinha);
+  // The progress event counts the file's whole lines from its length, and fires every
+  // hundredth of them.
+  const std::uint64_t linhas = entrada_.Tamanho() / kBytesPorLinha;
+  linhasDoArquivo_ = static_cast<double>(linhas);
   passoProgresso_ = static_cast<std::uint64_t>(linhasDoArquivo_ / 100);
   proximoMultiplo_ = 0;
   contadorLinhas_ = 1;
@@ -198,7 +199,7 @@ int16_t ExecucaoNotas::Le(std::string& numeroRemessa,
     if (!TipoConhecido(tipo)) return Para(78, contadorLinhas_);
     // "#" is the warnings file's own separator; it is refused whatever separator the caller
     // chose.
-    if (linhaAtual_.find('#') != std::string::npos) return Para(201, contadorLinhas_);
+    if (texto::Contem(linhaAtual_, '#')) return Para(201, contadorLinhas_);
     semCerquilha_ = true;
     if (tipo == 0) return Para(87, contadorLinhas_);
 
@@ -227,7 +228,7 @@ int16_t ExecucaoNotas::Le(std::string& numeroRemessa,
 
 int16_t ExecucaoNotas::VerificaPrimeiraLinha(const Linha& linha, std::string& numeroRemessa) {
   if (linha.comprimento != kLargura) return Para(77, 0);
-  if (linhaAtual_.find('#') != std::string::npos) return Para(201, 0);
+  if (texto::Contem(linhaAtual_, '#')) return Para(201, 0);
   semCerquilha_ = true;
   const std::uint64_t tamanho = entrada_.Tamanho();
   if (tamanho / kBytesPorLinha == 0 || tamanho % kBytesPorLinha != 0) {

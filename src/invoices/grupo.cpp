@@ -36,15 +36,8 @@ bool VerificaTR98(ExecucaoNotas& execucao, std::string_view registro) {
     const auto declarado = texto::Numero(campo);
     // A group holds at least one note, so its TR 10 count must be above zero.
     const double minimo = quantidade.codigo == 160 ? 1 : 0;
-    if (texto::EmBranco(campo)) {
-      ocorrencias.Falha(quantidade.codigo);
-    } else if (texto::Apara(campo).size() != 6) {
-      ocorrencias.Falha(quantidade.codigo);
-    } else if (!declarado) {
-      ocorrencias.Falha(quantidade.codigo);
-    } else if (*declarado < minimo) {
-      ocorrencias.Falha(quantidade.codigo);
-    } else if (*declarado != lidos.*quantidade.lidos) {
+    if (texto::EmBranco(campo) || texto::Apara(campo).size() != 6 || !declarado ||
+        *declarado < minimo || *declarado != lidos.*quantidade.lidos) {
       ocorrencias.Falha(quantidade.codigo);
     }
   }

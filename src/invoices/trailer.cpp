@@ -42,9 +42,8 @@ void VerificaNumeroRemessa(Ocorrencias& ocorrencias, std::string_view cabecalho,
                            std::string_view registro) {
   const std::string_view campo = Campo(registro, kNumeroRemessa);
   const auto numero = texto::Numero(campo);
-  if (Apara(campo).size() != 6 || !numero || *numero <= 0) {
-    ocorrencias.Falha(93);
-  } else if (Difere(cabecalho, registro, kNumeroRemessa)) {
+  if (Apara(campo).size() != 6 || !numero || *numero <= 0 ||
+      Difere(cabecalho, registro, kNumeroRemessa)) {
     ocorrencias.Falha(93);
   }
 }
@@ -53,9 +52,8 @@ void VerificaDataRemessa(Ocorrencias& ocorrencias, std::string_view cabecalho,
                          std::string_view registro) {
   const std::string_view campo = Campo(registro, kDataRemessa);
   const auto data = datas::DataDaMascara(campo);
-  if (Apara(campo).size() != 8 || !data || *data < *datas::Serial(2000, 1, 1)) {
-    ocorrencias.Falha(68);
-  } else if (Difere(cabecalho, registro, kDataRemessa)) {
+  if (Apara(campo).size() != 8 || !data || *data < *datas::Serial(2000, 1, 1) ||
+      Difere(cabecalho, registro, kDataRemessa)) {
     ocorrencias.Falha(68);
   }
 }
@@ -65,9 +63,8 @@ void VerificaQuantidades(Ocorrencias& ocorrencias, const Contagem& lidos,
   for (const Quantidade& quantidade : kQuantidades) {
     const std::string_view campo = Campo(registro, quantidade.coluna);
     const auto declarado = texto::Numero(campo);
-    if (texto::EmBranco(campo) || Apara(campo).size() != 8 || !declarado || *declarado < 0) {
-      ocorrencias.Falha(quantidade.codigo);
-    } else if (*declarado != lidos.*quantidade.lidos) {
+    if (texto::EmBranco(campo) || Apara(campo).size() != 8 || !declarado || *declarado < 0 ||
+        *declarado != lidos.*quantidade.lidos) {
       ocorrencias.Falha(quantidade.codigo);
     }
   }
@@ -75,9 +72,7 @@ void VerificaQuantidades(Ocorrencias& ocorrencias, const Contagem& lidos,
 
 void VerificaVersao(Ocorrencias& ocorrencias, std::string_view cabecalho, std::string_view registro,
                     std::string_view versao) {
-  if (Apara(Campo(registro, kVersao)) != versao) {
-    ocorrencias.Falha(71);
-  } else if (Difere(cabecalho, registro, kVersao)) {
+  if (Apara(Campo(registro, kVersao)) != versao || Difere(cabecalho, registro, kVersao)) {
     ocorrencias.Falha(71);
   }
 }
@@ -90,15 +85,13 @@ int16_t VerificaTrailerV1(ExecucaoNotas& execucao, std::string_view cabecalho,
 
   const std::string_view municipio = Campo(registro, kMunicipio);
   const auto codigo = texto::Numero(municipio);
-  if (Apara(municipio).size() != 3 || !codigo || *codigo < 1 || *codigo > 500) {
-    ocorrencias.Falha(104);
-  } else if (Difere(cabecalho, registro, kMunicipio)) {
+  if (Apara(municipio).size() != 3 || !codigo || *codigo < 1 || *codigo > 500 ||
+      Difere(cabecalho, registro, kMunicipio)) {
     ocorrencias.Falha(104);
   }
 
-  if (texto::EmBranco(Campo(registro, kNomeMunicipio))) {
-    ocorrencias.Falha(103);
-  } else if (Difere(cabecalho, registro, kNomeMunicipio)) {
+  if (texto::EmBranco(Campo(registro, kNomeMunicipio)) ||
+      Difere(cabecalho, registro, kNomeMunicipio)) {
     ocorrencias.Falha(103);
   }
 
@@ -114,26 +107,22 @@ int16_t VerificaTrailerV2(ExecucaoNotas& execucao, std::string_view cabecalho,
   Ocorrencias ocorrencias(execucao);
 
   const std::string_view tipoFonte = Campo(registro, kTipoFonte);
-  if (texto::EmBranco(tipoFonte) || !texto::EhNumerico(tipoFonte)) {
-    ocorrencias.Falha(194);
-  } else if (Difere(cabecalho, registro, kTipoFonte)) {
+  if (texto::EmBranco(tipoFonte) || !texto::EhNumerico(tipoFonte) ||
+      Difere(cabecalho, registro, kTipoFonte)) {
     ocorrencias.Falha(194);
   }
 
   // A source code that differs from the header's is told with the municipality code's
   // warning, 104, as the treasury's systems have always received it.
   const std::string_view codigoFonte = Campo(registro, kCodigoFonte);
-  if (texto::EmBranco(codigoFonte)) {
-    ocorrencias.Falha(193);
-  } else if (!texto::EhNumerico(codigoFonte)) {
+  if (texto::EmBranco(codigoFonte) || !texto::EhNumerico(codigoFonte)) {
     ocorrencias.Falha(193);
   } else if (Difere(cabecalho, registro, kCodigoFonte)) {
     ocorrencias.Falha(104);
   }
 
-  if (texto::EmBranco(Campo(registro, kNomeInformante))) {
-    ocorrencias.Falha(196);
-  } else if (Difere(cabecalho, registro, kNomeInformante)) {
+  if (texto::EmBranco(Campo(registro, kNomeInformante)) ||
+      Difere(cabecalho, registro, kNomeInformante)) {
     ocorrencias.Falha(196);
   }
 

@@ -1,5 +1,9 @@
 /* The C interface, used from C as a host in another language would use it. Takes a scratch
-   directory as its argument; exits 0 when every check held, and names each one that did not. */
+   directory and the version the library must answer; exits 0 when every check held, and names
+   each one that did not.
+
+     capi_teste DIR VERSAO */
+#include <stddef.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
@@ -39,6 +43,21 @@ static int Existe(const char* caminho) {
   return 1;
 }
 
+/* The first line of a file, or "" when it cannot be read. */
+static void PrimeiraLinha(const char* caminho, char* linha, size_t tamanho) {
+  FILE* arquivo = fopen(caminho, "rb");
+  linha[0] = '\0';
+  if (arquivo == NULL) return;
+  if (fgets(linha, (int)tamanho, arquivo) == NULL) linha[0] = '\0';
+  fclose(arquivo);
+}
+
+/* The options of a caller built against a later header, with one field this library lacks. */
+typedef struct {
+  quorv_opcoes conhecidas;
+  double campo_novo;
+} opcoes_futuras;
+
 static int progressos = 0;
 static void ContaProgresso(double* porcentagem, void* contexto) {
   (void)porcentagem;
@@ -56,13 +75,13 @@ int main(int argc, char** argv) {
   char advertencias[1024];
   char texto[256];
   char curto[4];
-  quorv_opcoes opcoes = {0, 0, NULL, NULL, NULL};
+  quorv_opcoes opcoes = QUORV_OPCOES_INICIAL;
   int chamadas = 0;
-  if (argc < 2) return 2;
+  if (argc < 3) return 2;
   snprintf(arquivo, sizeof arquivo, "%s/remessa.txt", argv[1]);
   snprintf(advertencias, sizeof advertencias, "%s/ADVERTENCIAS.TXT", argv[1]);
 
-  CONFERE(strcmp(quorv_versao(), "1.1.0.1") == 0);
+  CONFERE(strcmp(quorv_versao(), argv[2]) == 0);
 
   /* An invoice header without its fields: refused, status 8, warnings written. */
   {
@@ -76,6 +95,51 @@ int main(int argc, char** argv) {
     CONFERE(quorv_gravar_erro(validacao, 77, 0) == 0);
     quorv_validacao_destroi(validacao);
     CONFERE(quorv_valida_dados(NULL, arquivo, argv[1], NULL, NULL, 0) == 9);
+  }
+
+  /* The options as sized by callers built against this header, an earlier and a later one. */
+  {
+    const char* tipos[] = {"00"};
+    quorv_validacao* validacao = quorv_validacao_cria();
+    opcoes_futuras futuras;
+    char linha[400];
+    GravaLinhas(arquivo, 160, tipos, 1);
+
+    opcoes.chave_processamento = 7;
+    opcoes.separador = ";";
+    CONFERE(quorv_valida_dados(validacao, arquivo, argv[1], &opcoes, NULL, 0) == 8);
+    PrimeiraLinha(advertencias, linha, sizeof linha);
+    CONFERE(strncmp(linha, "71;12;7;00000001", 16) == 0);
+
+    /* Shorter than any version of the struct: refused without a run, nothing written. */
+    remove(advertencias);
+    opcoes.tamanho = offsetof(quorv_opcoes, separador);
+    CONFERE(quorv_valida_dados(validacao, arquivo, argv[1], &opcoes, NULL, 0) == 9);
+    opcoes.tamanho = 0;
+    CONFERE(quorv_valida_dados(validacao, arquivo, argv[1], &opcoes, NULL, 0) == 9);
+    {
+      quorv_validacao_ficha* ficha = quorv_ficha_cria();
+      CONFERE(quorv_valida_fichas(ficha, arquivo, argv[1], &opcoes, NULL, 0) == 9);
+      quorv_ficha_destroi(ficha);
+    }
+    CONFERE(!Existe(advertencias));
+
+    /* Longer, with the field this library does not know at its default: the run obeys the rest. */
+    memset(&futuras, 0, sizeof futuras);
+    futuras.conhecidas.tamanho = sizeof futuras;
+    futuras.conhecidas.chave_remessa = 3;
+    futuras.conhecidas.separador = "|";
+    CONFERE(quorv_valida_dados(validacao, arquivo, argv[1], &futuras.conhecidas, NULL, 0) == 8);
+    PrimeiraLinha(advertencias, linha, sizeof linha);
+    CONFERE(strncmp(linha, "71|3|0|00000001", 15) == 0);
+
+    /* The same with that field set: refused rather than half obeyed. */
+    remove(advertencias);
+    futuras.campo_novo = 1;
+    CONFERE(quorv_valida_dados(validacao, arquivo, argv[1], &futuras.conhecidas, NULL, 0) == 9);
+    CONFERE(!Existe(advertencias));
+    quorv_validacao_destroi(validacao);
+    opcoes.tamanho = sizeof opcoes;
   }
 
   /* A form file with only a header and a trailer: status 8 at the trailer, no warnings. */
@@ -177,6 +241,41 @@ int main(int argc, char** argv) {
     CONFERE(quorv_tarnweb_valida_tipo(web, arquivo, "/RETORNO.TXT", argv[1], texto, sizeof texto,
                                       "f") == 0);
     quorv_tarnweb_destroi(web);
+  }
+
+  /* Why a run answered 9, as the calling thread's last failure. */
+  {
+    quorv_validacao* validacao = quorv_validacao_cria();
+    quorv_tarnweb* web = quorv_tarnweb_cria();
+    char ausente[1024];
+    const char* tipos[] = {"00"};
+    snprintf(ausente, sizeof ausente, "%s/nao-existe", argv[1]);
+    GravaLinhas(arquivo, 160, tipos, 1);
+    CONFERE(quorv_valida_dados(validacao, ausente, argv[1], NULL, NULL, 0) == 9);
+    CONFERE(quorv_ultima_falha() == QUORV_FALHA_ENTRADA_INACESSIVEL);
+    CONFERE(quorv_valida_dados(validacao, arquivo, ausente, NULL, NULL, 0) == 9);
+    CONFERE(quorv_ultima_falha() == QUORV_FALHA_DIRETORIO_INEXISTENTE);
+    CONFERE(quorv_valida_dados(validacao, arquivo, argv[1], NULL, NULL, 0) == 8);
+    CONFERE(quorv_ultima_falha() == QUORV_FALHA_NENHUMA);
+    /* The warnings file given as the file to validate: refused, and left as it was. */
+    CONFERE(quorv_valida_dados(validacao, advertencias, argv[1], NULL, NULL, 0) == 9);
+    CONFERE(quorv_ultima_falha() == QUORV_FALHA_ENTRADA_EH_ADVERTENCIAS);
+    CONFERE(Existe(advertencias));
+    CONFERE(quorv_valida_dados(NULL, arquivo, argv[1], NULL, NULL, 0) == 9);
+    CONFERE(quorv_ultima_falha() == QUORV_FALHA_ARGUMENTOS);
+    opcoes.tamanho = 0;
+    CONFERE(quorv_valida_dados(validacao, arquivo, argv[1], &opcoes, NULL, 0) == 9);
+    CONFERE(quorv_ultima_falha() == QUORV_FALHA_ARGUMENTOS);
+    opcoes.tamanho = sizeof opcoes;
+    CONFERE(quorv_tarnweb_valida_dados(web, arquivo, "/remessa.txt", argv[1], NULL, 0) == 0);
+    CONFERE(quorv_ultima_falha() == QUORV_FALHA_RETORNO_EH_ENTRADA);
+    CONFERE(quorv_descricao_falha(QUORV_FALHA_DIRETORIO_INEXISTENTE, texto, sizeof texto) > 0);
+    CONFERE(strcmp(texto, "O diretório de trabalho não existe.") == 0);
+    CONFERE(quorv_descricao_falha(QUORV_FALHA_ARGUMENTOS, curto, sizeof curto) > sizeof curto);
+    CONFERE(strcmp(curto, "Um ") == 0);
+    quorv_tarnweb_destroi(web);
+    quorv_validacao_destroi(validacao);
+    remove(advertencias);
   }
 
   if (falhas == 0) printf("interface C: tudo conferido\n");

@@ -1,7 +1,9 @@
 """A host in another language: Python loads the shared library through ctypes and runs one
-validation through the C interface, as a script of the treasury's would.
+validation through the C interface, as a script of the treasury's would, with every function's
+argument and result types declared and every object it creates released.
 
-    anfitriao_ctypes.py LIBRARY REGISTRATION_LIBRARY notas|fichas FILE DIR AAAAMMDD
+    anfitriao_ctypes.py LIBRARY REGISTRATION_LIBRARY VERSION notas|fichas FILE DIR AAAAMMDD
+                        CHAVE_REMESSA SEPARADOR
 
 Prints the run status and the remessa number; exits 1, naming the failed check, when the library
 does not answer as its C header says.
@@ -12,9 +14,47 @@ import datetime
 import sys
 
 
+class Opcoes(ctypes.Structure):
+    """quorv_opcoes, laid out as the header declares it."""
+
+    _fields_ = [
+        ("tamanho", ctypes.c_size_t),
+        ("chave_remessa", ctypes.c_double),
+        ("chave_processamento", ctypes.c_double),
+        ("origem", ctypes.c_char_p),
+        ("servidor", ctypes.c_char_p),
+        ("separador", ctypes.c_char_p),
+    ]
+
+
+PROGRESSO = ctypes.CFUNCTYPE(None, ctypes.POINTER(ctypes.c_double), ctypes.c_void_p)
+
+
 def confere(condicao, o_que):
     if not condicao:
         sys.exit(f"anfitriao_ctypes: falhou: {o_que}")
+
+
+def declara(quorv):
+    """The types of every function this host calls."""
+    texto = [ctypes.c_char_p, ctypes.c_size_t]
+    tipos = {
+        "quorv_versao": (ctypes.c_char_p, []),
+        "quorv_mensagem_notas": (ctypes.c_size_t, [ctypes.c_int16, *texto]),
+        "quorv_carrega_biblioteca_inscricao": (ctypes.c_int, [ctypes.c_char_p]),
+    }
+    for prefixo in ("quorv_validacao", "quorv_ficha"):
+        tipos[prefixo + "_cria"] = (ctypes.c_void_p, [])
+        tipos[prefixo + "_destroi"] = (None, [ctypes.c_void_p])
+        tipos[prefixo + "_progresso"] = (None, [ctypes.c_void_p, PROGRESSO, ctypes.c_void_p])
+        tipos[prefixo + "_hoje"] = (None, [ctypes.c_void_p, ctypes.c_double])
+    for funcao in ("quorv_valida_dados", "quorv_valida_fichas"):
+        tipos[funcao] = (ctypes.c_int16, [ctypes.c_void_p, ctypes.c_char_p, ctypes.c_char_p,
+                                          ctypes.POINTER(Opcoes), *texto])
+    for nome, (resultado, argumentos) in tipos.items():
+        funcao = getattr(quorv, nome)
+        funcao.restype = resultado
+        funcao.argtypes = argumentos
 
 
 def texto(funcao, *argumentos):
@@ -26,52 +66,39 @@ def texto(funcao, *argumentos):
 
 
 def main():
-    biblioteca, inscricao, tipo, arquivo, diretorio, hoje = sys.argv[1:]
+    biblioteca, inscricao, versao, tipo, arquivo, diretorio, hoje, chave, separador = sys.argv[1:]
     quorv = ctypes.CDLL(biblioteca)
+    declara(quorv)
 
-    quorv.quorv_versao.restype = ctypes.c_char_p
-    confere(quorv.quorv_versao() == b"1.1.0.1", "versão")
-
-    quorv.quorv_mensagem_notas.argtypes = [ctypes.c_int16, ctypes.c_char_p, ctypes.c_size_t]
-    quorv.quorv_mensagem_notas.restype = ctypes.c_size_t
+    confere(quorv.quorv_versao().decode() == versao, "versão")
     confere(
         texto(quorv.quorv_mensagem_notas, 148)
         == "Bloco de registros não foi fechado corretamente ( falta TR98 ou TR01 )",
         "mensagem 148",
     )
-
-    quorv.quorv_carrega_biblioteca_inscricao.argtypes = [ctypes.c_char_p]
     confere(quorv.quorv_carrega_biblioteca_inscricao(inscricao.encode()) == 1,
             "biblioteca de inscrição")
 
-    progresso = ctypes.CFUNCTYPE(None, ctypes.POINTER(ctypes.c_double), ctypes.c_void_p)
     eventos = []
-    ouvinte = progresso(lambda porcentagem, contexto: eventos.append(porcentagem[0]))
+    ouvinte = PROGRESSO(lambda porcentagem, contexto: eventos.append(porcentagem[0]))
 
     data = datetime.date(int(hoje[:4]), int(hoje[4:6]), int(hoje[6:]))
     serial = float((data - datetime.date(1899, 12, 30)).days)
 
+    opcoes = Opcoes(tamanho=ctypes.sizeof(Opcoes), chave_remessa=float(chave),
+                    separador=separador.encode())
     prefixo = "quorv_validacao" if tipo == "notas" else "quorv_ficha"
-    cria = getattr(quorv, prefixo + "_cria")
-    cria.restype = ctypes.c_void_p
-    destroi = getattr(quorv, prefixo + "_destroi")
-    destroi.argtypes = [ctypes.c_void_p]
-    escuta = getattr(quorv, prefixo + "_progresso")
-    escuta.argtypes = [ctypes.c_void_p, progresso, ctypes.c_void_p]
-    fixa_hoje = getattr(quorv, prefixo + "_hoje")
-    fixa_hoje.argtypes = [ctypes.c_void_p, ctypes.c_double]
     valida = quorv.quorv_valida_dados if tipo == "notas" else quorv.quorv_valida_fichas
-    valida.argtypes = [ctypes.c_void_p, ctypes.c_char_p, ctypes.c_char_p, ctypes.c_void_p,
-                       ctypes.c_char_p, ctypes.c_size_t]
-    valida.restype = ctypes.c_int16
-
-    validador = cria()
+    validador = getattr(quorv, prefixo + "_cria")()
     confere(validador, "validador criado")
-    escuta(validador, ouvinte, None)
-    fixa_hoje(validador, serial)
-    numero = ctypes.create_string_buffer(32)
-    status = valida(validador, arquivo.encode(), diretorio.encode(), None, numero, len(numero))
-    destroi(validador)
+    try:
+        getattr(quorv, prefixo + "_progresso")(validador, ouvinte, None)
+        getattr(quorv, prefixo + "_hoje")(validador, serial)
+        numero = ctypes.create_string_buffer(32)
+        status = valida(validador, arquivo.encode(), diretorio.encode(), ctypes.byref(opcoes),
+                        numero, len(numero))
+    finally:
+        getattr(quorv, prefixo + "_destroi")(validador)
 
     confere(eventos, "eventos de progresso")
     print(status, numero.value.decode("utf-8"))

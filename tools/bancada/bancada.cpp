@@ -92,7 +92,7 @@ void Gera(const Opcoes& opcoes, const Tipo& tipo, bool defeitos, std::uint64_t l
           const fs::path& destino) {
   std::vector<std::string> argumentos = {opcoes.gerador,         tipo.nome, "-n",
                                          std::to_string(linhas), "-o",      destino.string()};
-  if (defeitos) argumentos.push_back("--defeitos");
+  if (defeitos) argumentos.emplace_back("--defeitos");
   if (Executa(argumentos).codigo != 0) {
     throw std::runtime_error("o gerador falhou ao escrever " + destino.string());
   }
@@ -111,7 +111,7 @@ constexpr Modo kRecusavel{false, true};
 // The tool's arguments, with the state-registration library when one is given.
 std::vector<std::string> ComInscricao(const Opcoes& opcoes, std::vector<std::string> argumentos) {
   if (!opcoes.inscricaoLib.empty()) {
-    argumentos.push_back("--inscricao-lib");
+    argumentos.emplace_back("--inscricao-lib");
     argumentos.push_back(opcoes.inscricaoLib);
   }
   return argumentos;
@@ -437,9 +437,7 @@ int Executa(const Opcoes& opcoes) {
   return 0;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int Mede(int argc, char** argv) {
   CLI::App app(
       "Mede a validação de arquivos inteiros pelo quorvvalida contra a leitura do arquivo por "
       "uma regra do mawk, e o custo dos eventos de progresso.",
@@ -462,8 +460,14 @@ int main(int argc, char** argv) {
   app.add_flag("--advertencias", opcoes.advertencias,
                "mede também a memória do JSON das advertências do arquivo de notas com defeitos");
   CLI11_PARSE(app, argc, argv);
+  return Executa(opcoes);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
   try {
-    return Executa(opcoes);
+    return Mede(argc, argv);
   } catch (const std::exception& erro) {
     fmt::print(stderr, "quorvvalida-bancada: {}\n", erro.what());
     return 2;

@@ -11,12 +11,13 @@
 #include <cstring>
 #include <stdexcept>
 
-extern char** environ;
+extern char** environ;  // NOLINT(readability-redundant-declaration): POSIX asks for it
 
 namespace quorv::bancada {
 
 Medida Executa(const std::vector<std::string>& argumentos) {
   std::vector<char*> argv;
+  argv.reserve(argumentos.size() + 1);
   for (const std::string& argumento : argumentos)
     argv.push_back(const_cast<char*>(argumento.c_str()));
   argv.push_back(nullptr);

@@ -1,5 +1,6 @@
 // quorvvalida-gerador: writes invoice or registration-form files of the size asked for.
 #include <cstdio>
+#include <exception>
 #include <string>
 #include <vector>
 

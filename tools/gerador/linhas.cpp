@@ -51,11 +51,11 @@ Linhas& Linhas::Novo(std::string_view tipo) {
 }
 
 Linhas& Linhas::Campo(int coluna, int largura, std::string_view valor) {
+  const auto inicio = static_cast<std::size_t>(coluna - 1);
   if (valor.size() > static_cast<std::size_t>(largura) ||
-      static_cast<std::size_t>(coluna - 1 + largura) > linha_.size()) {
+      inicio + static_cast<std::size_t>(largura) > linha_.size()) {
     throw std::logic_error("campo fora da linha na coluna " + std::to_string(coluna));
   }
-  const auto inicio = static_cast<std::size_t>(coluna - 1);
   linha_.replace(inicio, valor.size(), valor);
   linha_.replace(inicio + valor.size(), static_cast<std::size_t>(largura) - valor.size(),
                  static_cast<std::size_t>(largura) - valor.size(), ' ');

@@ -50,10 +50,10 @@ class Linhas {
 
 // Writes an invoice file of about `linhas` lines; with `defeitos` most records carry several
 // faults, but the frame and the counts stay right so that the whole file is read.
-void GeraNotas(std::FILE* saida, std::uint64_t linhas, bool defeitos);
+void GeraNotas(std::FILE* saida, std::uint64_t quantas, bool defeitos);
 
 // Writes a registration-form file of about `linhas` lines, clean or with faults.
-void GeraFichas(std::FILE* saida, std::uint64_t linhas, bool defeitos);
+void GeraFichas(std::FILE* saida, std::uint64_t quantas, bool defeitos);
 
 }  // namespace quorv::gerador
 

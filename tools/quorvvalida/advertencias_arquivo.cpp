@@ -15,6 +15,9 @@
 namespace quorv::ferramenta {
 namespace {
 
+// Bytes read from a warnings file at a time.
+constexpr std::size_t kBloco = std::size_t{64} * 1024;
+
 template <typename T>
 std::optional<T> Inteiro(std::string_view texto) {
   T valor{};
@@ -80,7 +83,7 @@ ExameAdvertencias ExaminaAdvertencias(const std::string& caminho) {
   if (!arquivo) return exame;
   exame.legivel = true;
   exame.valido = true;
-  std::unique_ptr<char[]> bloco(new char[64 * 1024]);
+  std::unique_ptr<char[]> bloco(new char[kBloco]);
   // The line being read: its field, the length of its current field, whether its code is a
   // number, the length of its warned line (kSemRegistro before its fourth "#"), and a CR that
   // may belong to its end.
@@ -116,7 +119,7 @@ ExameAdvertencias ExaminaAdvertencias(const std::string& caminho) {
     vazia = true;
   };
   for (;;) {
-    const std::size_t lidos = std::fread(bloco.get(), 1, 64 * 1024, arquivo.get());
+    const std::size_t lidos = std::fread(bloco.get(), 1, kBloco, arquivo.get());
     if (lidos == 0) break;
     for (std::size_t i = 0; i < lidos && exame.valido; ++i) {
       const char c = bloco[i];
@@ -157,11 +160,11 @@ std::uint64_t ContaLinhas(const std::string& caminho) {
   std::unique_ptr<std::FILE, int (*)(std::FILE*)> arquivo(
       std::fopen(std::filesystem::u8path(caminho).c_str(), "rb"), &std::fclose);
   if (!arquivo) return 0;
-  std::unique_ptr<char[]> bloco(new char[64 * 1024]);
+  std::unique_ptr<char[]> bloco(new char[kBloco]);
   std::uint64_t linhas = 0;
   char ultimo = '\n';
   for (;;) {
-    const std::size_t lidos = std::fread(bloco.get(), 1, 64 * 1024, arquivo.get());
+    const std::size_t lidos = std::fread(bloco.get(), 1, kBloco, arquivo.get());
     if (lidos == 0) break;
     linhas += static_cast<std::uint64_t>(std::count(bloco.get(), bloco.get() + lidos, '\n'));
     ultimo = bloco[lidos - 1];

@@ -9,6 +9,9 @@
 namespace quorv::ferramenta {
 namespace {
 
+// Bytes read from the file at a time.
+constexpr std::size_t kBloco = std::size_t{64} * 1024;
+
 namespace fs = std::filesystem;
 
 constexpr std::uint64_t kLimiteLeitura = 64ull << 20;
@@ -74,14 +77,14 @@ Leitura Le(const std::string& caminho, std::size_t largura) {
   std::unique_ptr<std::FILE, int (*)(std::FILE*)> arquivo(
       std::fopen(fs::u8path(caminho).c_str(), "rb"), &std::fclose);
   if (!arquivo) return leitura;
-  std::unique_ptr<char[]> bloco(new char[64 * 1024]);
+  std::unique_ptr<char[]> bloco(new char[kBloco]);
   std::string linha;
   std::uint64_t comprimento = 0;
   std::uint64_t lidos = 0;
   std::size_t numero = 0;
   bool anteriorCR = false;
   while (lidos < kLimiteLeitura && !leitura.achouErrada) {
-    const std::size_t quantos = std::fread(bloco.get(), 1, 64 * 1024, arquivo.get());
+    const std::size_t quantos = std::fread(bloco.get(), 1, kBloco, arquivo.get());
     if (quantos == 0) break;
     if (lidos == 0) leitura.inicio.assign(bloco.get(), std::min<std::size_t>(4, quantos));
     lidos += quantos;

@@ -15,7 +15,7 @@
 namespace quorv::ferramenta::json_v1 {
 namespace {
 
-constexpr std::size_t kBuffer = 64 * 1024;
+constexpr std::size_t kBuffer = std::size_t{64} * 1024;
 
 // A JSON string of UTF-8 text; bytes that are not UTF-8 (a path of another encoding) become
 // U+FFFD rather than an invalid document.

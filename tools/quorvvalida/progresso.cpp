@@ -1,7 +1,9 @@
 #include "progresso.hpp"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
+#include <string>
 
 #include <fmt/core.h>
 
@@ -17,7 +19,7 @@ namespace quorv::ferramenta {
 namespace {
 
 std::string Duracao(double segundos) {
-  const auto total = static_cast<long long>(segundos + 0.5);
+  const long long total = std::llround(segundos);
   return fmt::format("{}:{:02}", total / 60, total % 60);
 }
 

@@ -11,7 +11,7 @@ namespace quorv {
 class ArquivoSaida {
  public:
   // Bytes gathered before they are handed to the file.
-  static constexpr std::size_t kBuffer = 64 * 1024;
+  static constexpr std::size_t kBuffer = std::size_t{64} * 1024;
 
   ArquivoSaida() = default;
   ~ArquivoSaida();

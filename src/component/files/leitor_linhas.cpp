@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "component/files/caminhos.hpp"
+#include "component/shared/texto.hpp"
 
 namespace quorv {
 
@@ -67,7 +68,7 @@ bool LeitorLinhas::Proxima(Linha& linha) {
   for (;;) {
     const char* inicio = buffer_.get() + inicio_;
     const std::size_t disponivel = fim_ - inicio_;
-    const auto* quebra = static_cast<const char*>(std::memchr(inicio, '\n', disponivel));
+    const char* quebra = texto::ProcuraByte(inicio, disponivel, '\n');
     if (quebra != nullptr) {
       std::size_t tamanho = static_cast<std::size_t>(quebra - inicio);
       inicio_ += tamanho + 1;
@@ -106,7 +107,7 @@ bool LeitorLinhas::ProximaEmPedacos(const std::function<void(std::string_view)>&
   for (;;) {
     const char* inicio = buffer_.get() + inicio_;
     const std::size_t disponivel = fim_ - inicio_;
-    const auto* quebra = static_cast<const char*>(std::memchr(inicio, '\n', disponivel));
+    const char* quebra = texto::ProcuraByte(inicio, disponivel, '\n');
     if (quebra != nullptr) {
       std::size_t tamanho = static_cast<std::size_t>(quebra - inicio);
       inicio_ += tamanho + 1;
@@ -137,7 +138,7 @@ bool LeitorLinhas::LinhaLonga(Linha& linha) {
   while (Reabastece()) {
     const char* inicio = buffer_.get() + inicio_;
     const std::size_t disponivel = fim_ - inicio_;
-    const auto* quebra = static_cast<const char*>(std::memchr(inicio, '\n', disponivel));
+    const char* quebra = texto::ProcuraByte(inicio, disponivel, '\n');
     if (quebra != nullptr) {
       const auto tamanho = static_cast<std::size_t>(quebra - inicio);
       if (tamanho > 0) terminaEmCR = inicio[tamanho - 1] == '\r';

@@ -24,7 +24,7 @@ struct Linha {
 // end is a line too.
 class LeitorLinhas {
  public:
-  static constexpr std::size_t kBuffer = 64 * 1024;
+  static constexpr std::size_t kBuffer = std::size_t{64} * 1024;
   static constexpr std::size_t kGuardado = 1024;
   static constexpr std::uint64_t kSemLimite = UINT64_MAX;
 

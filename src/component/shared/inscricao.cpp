@@ -8,11 +8,11 @@
 #include "component/shared/cp1252.hpp"
 #include "quorvvalida/geral.hpp"
 
-#ifdef _WIN32
+#if defined(_WIN32)
 #include <windows.h>
 
 #include <filesystem>
-#else
+#elif !defined(__EMSCRIPTEN__)
 #include <dlfcn.h>
 #endif
 
@@ -53,14 +53,20 @@ namespace {
 using inscricao::Verificador;
 
 // Loads a library through the platform's loader and finds the check in it. A library that was
-// loaded stays loaded for the life of the process.
+// loaded stays loaded for the life of the process. A WebAssembly module has no loader: there the
+// check is a host's function or none.
 FuncaoBiblioteca CarregaBiblioteca(const std::string& caminho) {
-#ifdef _WIN32
+#if defined(__EMSCRIPTEN__)
+  static_cast<void>(caminho);
+  return nullptr;
+#elif defined(_WIN32)
   const std::wstring largo = std::filesystem::u8path(caminho).wstring();
   HMODULE modulo = LoadLibraryW(largo.c_str());
   if (modulo == nullptr) return nullptr;
-  auto funcao =
-      reinterpret_cast<FuncaoBiblioteca>(GetProcAddress(modulo, "ConsisteInscricaoEstadual"));
+  // GetProcAddress answers a generic function pointer; the cast goes through void (*)(), the
+  // type that stands for "any function", on its way to the library's real signature.
+  auto funcao = reinterpret_cast<FuncaoBiblioteca>(
+      reinterpret_cast<void (*)()>(GetProcAddress(modulo, "ConsisteInscricaoEstadual")));
   if (funcao == nullptr) FreeLibrary(modulo);
   return funcao;
 #else

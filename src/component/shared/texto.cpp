@@ -1,11 +1,10 @@
 #include "component/shared/texto.hpp"
 
-#include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <limits>
-#include <system_error>
+
+#include "component/shared/decimal.hpp"
 
 namespace quorv::texto {
 namespace {
@@ -88,33 +87,7 @@ std::optional<double> NumeroEscrito(std::string_view texto) {
   const auto partes = Decompoe(texto);
   if (!partes) return std::nullopt;
   if (const auto exato = NumeroCurto(*partes)) return partes->negativo ? -*exato : *exato;
-  // A longer number is read from "digits.digits" in the C form, which std::from_chars reads the
-  // same way under every locale.
-  std::array<char, 64> curto{};
-  std::string longo;
-  // A number without whole digits is read with a "0" before its mark.
-  const std::size_t tamanho =
-      std::max<std::size_t>(partes->inteira.size(), 1) + 1 + partes->fracao.size();
-  char* inicio = curto.data();
-  if (tamanho > curto.size()) {
-    longo.resize(tamanho);
-    inicio = longo.data();
-  }
-  char* p = inicio;
-  for (char c : partes->inteira)
-    *p++ = c;
-  if (partes->inteira.empty()) *p++ = '0';
-  if (!partes->fracao.empty()) {
-    *p++ = '.';
-    for (char c : partes->fracao)
-      *p++ = c;
-  }
-  double valor = 0;
-  if (std::from_chars(inicio, p, valor).ec == std::errc::result_out_of_range) {
-    // Too many digits for a double: huge when a whole digit is not zero, else next to nothing.
-    const bool grande = partes->inteira.find_first_not_of('0') != std::string_view::npos;
-    valor = grande ? std::numeric_limits<double>::infinity() : 0.0;
-  }
+  const double valor = decimal::Le(partes->inteira, partes->fracao);
   return partes->negativo ? -valor : valor;
 }
 
@@ -189,9 +162,7 @@ std::string MascaraZeros(double valor, int largura) {
 std::string TextoDoNumero(double valor) {
   if (valor == 0) return "0";
   std::array<char, 400> buffer{};
-  const auto fim =
-      std::to_chars(buffer.data(), buffer.data() + buffer.size(), valor, std::chars_format::fixed)
-          .ptr;
+  const auto fim = decimal::Escreve(buffer.data(), buffer.data() + buffer.size(), valor).ptr;
   std::string texto(buffer.data(), fim);
   for (char& c : texto) {
     if (c == '.') c = ',';
