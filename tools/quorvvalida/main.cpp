@@ -333,6 +333,13 @@ int Executa(int argc, char** argv) {
     }
   }
 
+#ifdef QUORVVALIDA_SERVICO
+  // The service is started before this parser is reached (main), and reads its own options; it
+  // stands here so that the help lists it with the other commands.
+  Comando(app, "servir", "serviço HTTP de validação; suas opções: quorvvalida servir --help",
+          "Uso: quorvvalida servir [opções]");
+#endif
+
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& erro) {

@@ -21,7 +21,7 @@ struct Configuracao {
   // holds for a response being sent.
   double tempoLeitura = 20;
   double tempoEscrita = 20;
-  std::uint64_t taxaMinima = 64 * 1024;
+  std::uint64_t taxaMinima = std::uint64_t{64} * 1024;
   // Where each request gets its private working directory, and the browser page served at "/":
   // absolute paths.
   std::string diretorioTemporario;

@@ -11,7 +11,7 @@
 namespace quorv::servico {
 namespace {
 
-constexpr std::size_t kBuffer = 256 * 1024;
+constexpr std::size_t kBuffer = std::size_t{256} * 1024;
 
 }  // namespace
 

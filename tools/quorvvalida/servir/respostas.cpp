@@ -33,7 +33,7 @@ constexpr const char* kArquivo = "remessa.txt";
 constexpr const char* kRetorno = "RETORNO.TXT";
 constexpr const char* kObjetoWeb = "web.json";
 // The web facade's object is read back for its failure only while it is this small.
-constexpr std::uintmax_t kMaiorObjetoLido = 16 * 1024 * 1024;
+constexpr std::uintmax_t kMaiorObjetoLido = std::uintmax_t{16} * 1024 * 1024;
 
 constexpr const char* kTextoWindows1252 = "text/plain; charset=windows-1252";
 // JSON answers are not compressed by the service: the HTTP library compresses answers labelled

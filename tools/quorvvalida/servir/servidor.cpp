@@ -63,7 +63,7 @@ std::string PrefixoAleatorio() {
 Servidor::Servidor(const Configuracao& configuracao, std::optional<Autorizacao> autorizacao,
                    std::unique_ptr<DiretorioTemporario> base)
     : configuracao_(configuracao),
-      autorizacao_(std::move(autorizacao)),
+      autorizacao_(autorizacao),
       base_(std::move(base)),
       admissao_(configuracao.trabalhadores, configuracao.fila),
       prefixoId_(PrefixoAleatorio()) {
@@ -115,10 +115,11 @@ Servidor::Servidor(const Configuracao& configuracao, std::optional<Autorizacao> 
                          false);
         return httplib::Server::HandlerResponse::Handled;
       }));
-  servidor_.set_exception_handler([](const Request& req, Response& res, std::exception_ptr) {
-    RespondeProblema(res, 500, "interno", "falha inesperada ao atender a requisição",
-                     TemCorpo(req));
-  });
+  servidor_.set_exception_handler(
+      [](const Request& req, Response& res, const std::exception_ptr& /*falha*/) {
+        RespondeProblema(res, 500, "interno", "falha inesperada ao atender a requisição",
+                         TemCorpo(req));
+      });
   servidor_.set_post_routing_handler([this](const Request&, Response& res) {
     // While the service stops, each connection ends with the answer it is given.
     if (encerrando_ && !res.body.empty() && !res.content_provider_) FechaAoResponder(res);

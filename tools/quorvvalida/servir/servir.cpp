@@ -1,7 +1,6 @@
 #include "servir.hpp"
 
 #include <pthread.h>
-#include <signal.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -9,6 +8,7 @@
 #include <cctype>
 #include <charconv>
 #include <cmath>
+#include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <optional>
@@ -133,11 +133,12 @@ int Servir(int argc, char** argv) {
   std::string trabalhadores;
   std::string fila;
   const std::vector<std::string> palavras(argv + 1, argv + argc);
-  CLI::App app(
-      "Serviço HTTP de validação: recebe arquivos de notas fiscais de produtor e de ficha "
-      "cadastral e responde com os objetos JSON do programa (formato 1), com todas as "
-      "advertências e seus textos, ou com o próprio ADVERTENCIAS.TXT.",
-      "quorvvalida servir");
+  CLI::App app(ferramenta::Quebra(
+                   "Serviço HTTP de validação: recebe arquivos de notas fiscais de produtor e de "
+                   "ficha cadastral e responde com os objetos JSON do programa (formato 1), com "
+                   "todas as advertências e seus textos, ou com o próprio ADVERTENCIAS.TXT.",
+                   ferramenta::FormatadorPortugues::kLargura),
+               "quorvvalida servir");
   app.formatter(std::make_shared<ferramenta::FormatadorPortugues>(kUso));
   ferramenta::UsaMensagensEmPortugues(app, palavras);
   app.option_defaults()->group("Opções");
@@ -192,18 +193,22 @@ int Servir(int argc, char** argv) {
       ->option_text("CAMINHO");
   app.add_flag("--sem-verificar-inscricao", configuracao.semVerificarInscricao,
                "aceita toda inscrição estadual sem consultar a biblioteca");
-  app.footer(
-      "\nRotas: POST /v1/notas, /v1/fichas, /v1/auto, /v1/web/notas, /v1/web/fichas, "
-      "/v1/web/tipo/P|F; GET /v1/mensagens/notas|fichas[/CODIGO], /saude, /metricas, "
-      "/openapi.json. SIGTERM ou SIGINT: para de aceitar conexões, conclui as validações em "
-      "andamento e sai com 0.");
+  app.footer("\n" +
+             ferramenta::Quebra(
+                 "Rotas: POST /v1/notas, /v1/fichas, /v1/auto, /v1/web/notas, "
+                 "/v1/web/fichas, /v1/web/tipo/P|F; GET /v1/mensagens/notas|fichas[/CODIGO], "
+                 "/saude, /metricas, /openapi.json. SIGTERM ou SIGINT: para de aceitar "
+                 "conexões, conclui as validações em andamento e sai com 0. Saída: 0 "
+                 "encerrado, 2 uso incorreto, 3 porta, diretório temporário, token ou "
+                 "biblioteca inutilizáveis, 4 erro interno.",
+                 ferramenta::FormatadorPortugues::kLargura));
   try {
     app.parse(argc, argv);
   } catch (const CLI::CallForHelp&) {
     std::fputs(app.help().c_str(), stdout);
     return ferramenta::kAceito;
   } catch (const CLI::ParseError& erro) {
-    Erro(ferramenta::MensagemDeUso(app, erro, palavras) + "; veja 'quorvvalida servir --help'");
+    Erro(ferramenta::MensagemDoErro(app, erro) + "; veja 'quorvvalida servir --help'");
     return kUsoIncorreto;
   }
   if (!porta.empty()) configuracao.porta = std::stoi(porta);
@@ -262,7 +267,7 @@ int Servir(int argc, char** argv) {
   pthread_sigmask(SIG_BLOCK, &sinais, nullptr);
   signal(SIGPIPE, SIG_IGN);
 
-  Servidor servidor(configuracao, std::move(autorizacao), std::move(base));
+  Servidor servidor(configuracao, autorizacao, std::move(base));
   const int portaEscutada = servidor.Liga(erro);
   if (portaEscutada < 0) {
     Erro(erro);
