@@ -2,7 +2,7 @@
 """The validation service (quorvvalida servir), started as an operator starts it, on a free
 loopback port, and driven over HTTP: its answers are compared byte for byte with what the
 command-line tool writes for the same files, and every answer is checked against the service's
-own OpenAPI description.
+own OpenAPI document.
 
 Usage: servico_test.py PROGRAMA GERADOR AMOSTRAS INSCRICAO_LIB [unittest arguments]
 """
@@ -240,7 +240,7 @@ class Servico:
 
     def pede(self, metodo, caminho, corpo=None, cabecalhos=None, conferir=True, tempo=ESPERA):
         """One request on a connection of its own; the answer, checked against the OpenAPI
-        description unless told otherwise."""
+        document unless told otherwise."""
         conexao = http.client.HTTPConnection("127.0.0.1", self.porta, timeout=tempo)
         try:
             conexao.request(metodo, caminho, body=corpo, headers=cabecalhos or {})
@@ -817,7 +817,7 @@ class Autorizacao(ComServico):
         self.assertProblema(self.servico.pede("GET", "/metricas"), 401, "nao_autorizado")
         self.assertProblema(self.servico.pede("GET", "/v1/mensagens/notas/1"), 401,
                             "nao_autorizado")
-        # Health checks and the description need no token.
+        # Health checks and the OpenAPI document need no token.
         self.assertEqual(self.servico.pede("GET", "/saude").status, 200)
         self.assertEqual(self.servico.pede("GET", "/openapi.json").status, 200)
 

@@ -1,4 +1,4 @@
-// The documents the service serves as they are: its OpenAPI 3.1 description and the JSON Schemas
+// The documents the service serves as they are: its OpenAPI 3.1 document and the JSON Schemas
 // of the tool's objects that its answers are.
 #ifndef QUORVVALIDA_TOOLS_SERVIR_DOCUMENTOS_HPP_
 #define QUORVVALIDA_TOOLS_SERVIR_DOCUMENTOS_HPP_

@@ -1,5 +1,5 @@
 // The answers of the routes: a file received and validated by the tool's own commands, the
-// catalogues, the service's health, metrics and description.
+// catalogues, the service's health, metrics and OpenAPI document.
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>

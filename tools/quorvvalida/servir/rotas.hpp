@@ -29,7 +29,7 @@ enum class Destino {
 struct Rota {
   Destino destino;
   const char* metodo;   // "GET" routes answer HEAD as well
-  const char* modelo;   // as the API's description writes the path
+  const char* modelo;   // as openapi.json writes the path
   const char* padrao;   // the path's regular expression, as the HTTP library matches it
   bool recebeArquivo;   // POST with a file in the body
   bool protegida;       // needs the bearer token when the service has one
