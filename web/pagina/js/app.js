@@ -103,6 +103,11 @@ function desenhaItem(item) {
   escolha.addEventListener('change', () => {
     item.escolhido = escolha.value;
     item.resultado = null;
+    // The result shown was of the other kind: it goes, and the new one shows when it is ready.
+    if (item === atual) {
+      $('resultado').hidden = true;
+      atual = null;
+    }
     item.estado = especieDe(item) ? 'na fila' : 'escolha o tipo para validar';
     desenhaItem(item);
     processaFila();
