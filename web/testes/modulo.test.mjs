@@ -265,117 +265,85 @@ function lugarNoModulo() {
 }
 
 // Every failure a run can meet over the module's file system, and files that fail the run's
-// frame without failing the run (an empty file), each made alike on both sides.
-const AMOSTRA_NOTAS = () => readFileSync(AMOSTRAS_ARQUIVOS[0]);
-const NOTAS_COM_DEFEITOS = () => readFileSync(AMOSTRAS_ARQUIVOS[1]);
+// frame without failing the run (an empty file), each made alike on both sides: the input
+// `arquivo` with `bytes` when given, the working directory `trabalho` (unless the case names one
+// that does not exist) and what `prepara` adds.
+const NOTAS_COM_DEFEITOS = readFileSync(AMOSTRAS_ARQUIVOS[1]);
 const CASOS_DE_FALHA = [
-  {
-    nome: 'um arquivo que não existe',
-    especie: 'notas',
-    arquivo: 'nada.txt',
-    prepara: (l) => l.pasta('trabalho'),
-  },
+  {nome: 'um arquivo que não existe', especie: 'notas', arquivo: 'nada.txt'},
   {
     nome: 'uma pasta no lugar do arquivo',
     especie: 'fichas',
     arquivo: 'remessas',
-    prepara: (l) => {
-      l.pasta('remessas');
-      l.pasta('trabalho');
-    },
+    prepara: (l) => l.pasta('remessas'),
   },
   {
     nome: 'um dispositivo no lugar do arquivo',
     especie: 'notas',
     arquivo: 'dispositivo',
-    prepara: (l) => {
-      l.cheio('dispositivo');
-      l.pasta('trabalho');
-    },
+    prepara: (l) => l.cheio('dispositivo'),
   },
   {
     nome: 'o diretório de trabalho não existe',
     especie: 'notas',
     arquivo: 'notas.txt',
+    bytes: readFileSync(AMOSTRAS_ARQUIVOS[0]),
     diretorio: 'sem-pasta',
-    prepara: (l) => l.arquivo('notas.txt', AMOSTRA_NOTAS()),
   },
   {
     nome: 'um arquivo que não existe e um ADVERTENCIAS.TXT antigo no diretório de trabalho',
     especie: 'fichas',
     arquivo: 'fichas.txt',
-    prepara: (l) => {
-      l.pasta('trabalho');
-      l.arquivo('trabalho/ADVERTENCIAS.TXT', '9#0#0#antiga#00000001\r\n');
-    },
+    prepara: (l) => l.arquivo('trabalho/ADVERTENCIAS.TXT', '9#0#0#antiga#00000001\r\n'),
   },
   {
     nome: 'o próprio ADVERTENCIAS.TXT do diretório de trabalho',
     especie: 'notas',
     arquivo: 'trabalho/ADVERTENCIAS.TXT',
+    bytes: NOTAS_COM_DEFEITOS,
     intacto: true,
-    prepara: (l) => {
-      l.pasta('trabalho');
-      l.arquivo('trabalho/ADVERTENCIAS.TXT', NOTAS_COM_DEFEITOS());
-    },
   },
   {
     nome: 'ADVERTENCIAS.TXT não pode ser criado: há uma pasta com esse nome',
     especie: 'notas',
     arquivo: 'notas.txt',
-    prepara: (l) => {
-      l.arquivo('notas.txt', NOTAS_COM_DEFEITOS());
-      l.pasta('trabalho');
-      l.pasta('trabalho/ADVERTENCIAS.TXT');
-    },
+    bytes: NOTAS_COM_DEFEITOS,
+    prepara: (l) => l.pasta('trabalho/ADVERTENCIAS.TXT'),
   },
   {
     nome: 'a gravação de ADVERTENCIAS.TXT falha, como num disco cheio',
     especie: 'notas',
     arquivo: 'notas.txt',
-    prepara: (l) => {
-      l.arquivo('notas.txt', NOTAS_COM_DEFEITOS());
-      l.pasta('trabalho');
-      l.cheio('trabalho/ADVERTENCIAS.TXT');
-    },
+    bytes: NOTAS_COM_DEFEITOS,
+    prepara: (l) => l.cheio('trabalho/ADVERTENCIAS.TXT'),
   },
   {
     nome: 'uma ficha cujo tipo de registro não é um número',
     especie: 'fichas',
     arquivo: 'fichas.txt',
-    prepara: (l) => {
-      l.arquivo('fichas.txt', fichaComTipoDeLetras());
-      l.pasta('trabalho');
-    },
+    bytes: fichaComTipoDeLetras(),
   },
   {
     nome: 'uma linha vazia depois de fichas com advertências',
     especie: 'fichas',
     arquivo: 'fichas.txt',
-    prepara: (l) => {
-      l.arquivo('fichas.txt', comLinha(AMOSTRAS_ARQUIVOS[3], -2, ''));
-      l.pasta('trabalho');
-    },
+    bytes: comLinha(AMOSTRAS_ARQUIVOS[3], -2, ''),
   },
-  {
-    nome: 'um arquivo vazio validado como notas',
-    especie: 'notas',
-    arquivo: 'vazio.txt',
-    prepara: (l) => {
-      l.arquivo('vazio.txt', '');
-      l.pasta('trabalho');
-    },
-  },
+  {nome: 'um arquivo vazio validado como notas', especie: 'notas', arquivo: 'vazio.txt', bytes: ''},
   {
     nome: 'um arquivo vazio validado como fichas',
     especie: 'fichas',
     arquivo: 'vazio.txt',
-    prepara: (l) => {
-      l.arquivo('vazio.txt', '');
-      l.pasta('trabalho');
-    },
+    bytes: ''
   },
 ];
+
+// The case's files, made in a place.
+function preparaCaso(caso, lugar) {
+  if (!caso.diretorio) lugar.pasta('trabalho');
+  if (caso.bytes !== undefined) lugar.arquivo(caso.arquivo, caso.bytes);
+  caso.prepara?.(lugar);
+}
 
 describe('falhas: o objeto JSON da página igual ao do programa nativo', () => {
   const tiposVistos = new Set();
@@ -385,8 +353,8 @@ describe('falhas: o objeto JSON da página igual ao do programa nativo', () => {
       const diretorio = caso.diretorio ?? 'trabalho';
       const nativa = lugarNativo();
       const doModulo = lugarNoModulo();
-      caso.prepara(nativa);
-      caso.prepara(doModulo);
+      preparaCaso(caso, nativa);
+      preparaCaso(caso, doModulo);
 
       const n = jsonNativo([especie, arquivo, '-d', diretorio, '--hoje', HOJE], nativa.base);
       tiposVistos.add(n.objeto.erro?.tipo ?? 'nenhum');
@@ -428,8 +396,8 @@ describe('falhas: o objeto JSON da página igual ao do programa nativo', () => {
       assert.equal(objeto.codigo_saida, n.codigo);
       assert.equal(desfecho.descricao, falha === 0 ? null : q.DescricaoDaFalha(falha));
       if (caso.intacto) {
-        assert.ok(doModulo.le(arquivo).equals(NOTAS_COM_DEFEITOS()), 'a entrada ficou como estava');
-        assert.ok(nativa.le(arquivo).equals(NOTAS_COM_DEFEITOS()), 'a entrada ficou como estava');
+        assert.ok(doModulo.le(arquivo).equals(NOTAS_COM_DEFEITOS), 'a entrada ficou como estava');
+        assert.ok(nativa.le(arquivo).equals(NOTAS_COM_DEFEITOS), 'a entrada ficou como estava');
       }
       conformeAoEsquema(texto, 'validacao');
     });
@@ -622,15 +590,13 @@ describe('UltimaFalha e DescricaoDaFalha', () => {
     // A form whose record type is not a number, and a return file that would be the input.
     const casos = [
       {arquivo: 'fichas.txt', bytes: fichaComTipoDeLetras(), retorno: 'RETORNO.TXT', tipo: 'F'},
-      {arquivo: 'notas.txt', bytes: NOTAS_COM_DEFEITOS(), retorno: '../notas.txt', tipo: 'P'},
+      {arquivo: 'notas.txt', bytes: NOTAS_COM_DEFEITOS, retorno: '../notas.txt', tipo: 'P'},
     ];
     for (const {arquivo, bytes, retorno, tipo} of casos) {
       const nativa = lugarNativo();
       const doModulo = lugarNoModulo();
-      for (const lugar of [nativa, doModulo]) {
-        lugar.arquivo(arquivo, bytes);
-        lugar.pasta('trabalho');
-      }
+      for (const lugar of [nativa, doModulo])
+        preparaCaso({arquivo, bytes}, lugar);
       const n = jsonNativo(
           ['web', arquivo, '-r', retorno, '-d', 'trabalho', '--tipo', tipo, '--hoje', HOJE],
           nativa.base);
