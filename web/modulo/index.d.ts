@@ -22,6 +22,17 @@ export type Relogio = () => number;
 export type VerificadorInscricao = (inscricao: string, uf: string) => number;
 
 /**
+ * Why a call could not validate or could not write its output whole (UltimaFalha), by the
+ * library's fixed numbers: 0 Nenhuma (it could), 1 EntradaInacessivel (the file to validate is
+ * missing, a directory or unreadable), 2 DiretorioInexistente, 3 EntradaEhAdvertencias (the file
+ * to validate is the working directory's ADVERTENCIAS.TXT), 4 AdvertenciasNaoCriadas,
+ * 5 EscritaAdvertencias (a write to ADVERTENCIAS.TXT failed), 6 RetornoNaoCriado, 7 EscritaRetorno,
+ * 8 RetornoEhEntrada (the return file would be the input or its warnings file), 9 ErroGrave (forms:
+ * a record type that is not a number), 10 FalhaInterna. DescricaoDaFalha tells each to people.
+ */
+export type Falha = 0 | 1 | 2 | 3 | 4 | 5 | 6 | 7 | 8 | 9 | 10;
+
+/**
  * Valida_Dados and Valida_Fichas: the run status (0 clean, 1 warnings, 8 structural error, 9 file
  * or directory unusable); the remessa number comes back in nNumeroRemessa.valor.
  */
@@ -40,6 +51,8 @@ export type ValidaArquivo = (
 export interface Validacao extends ObjetoCpp {
   Valida_Dados: ValidaArquivo;
   Gravar_Erro(lCodErro: number, dLINHA?: number): boolean;
+  /** Why the last Valida_Dados could not validate the file or write every warning (0: none). */
+  UltimaFalha(): Falha;
   /** Raised while the file is read; a function that throws ends the run with status 9. */
   Progress: Evento | null;
   /** Today for the date checks; the machine's local date when null. */
@@ -63,6 +76,8 @@ export interface ValidacaoFichaCadastral extends ObjetoCpp {
   Procedimentos_Finais_Fichas(sDIRETORIOORDADV: string): boolean;
   Gravar_Erro_Ficha(lCodErro: number, dLINHA?: number): boolean;
   Gravar_Erro_FichaTR110(lCodErro: number, dLINHA?: number): boolean;
+  /** Why the last Valida_Fichas could not validate the file or write every warning (0: none). */
+  UltimaFalha(): Falha;
   FichaProgress: Evento | null;
   Hoje: Relogio | null;
 }
@@ -91,6 +106,11 @@ export interface ValidacaoTarnWEB extends ObjetoCpp {
   ): boolean;
   TipoArquivo(valor: string): void;
   ProgramaChamador(valor: string): void;
+  /**
+   * Why the last call failed, whatever it answered: a form run stopped by a record type that is
+   * not a number may leave no return file and answer true.
+   */
+  UltimaFalha(): Falha;
   Hoje: Relogio | null;
 }
 
@@ -166,6 +186,8 @@ export interface QuorvValida {
   /** The day serial of a date; -1 when it is no date. */
   SerialDaData(ano: number, mes: number, dia: number): number;
   DataLocalDeHoje(): number;
+  /** One Portuguese sentence that tells a failure; a number outside Falha gets one that says so. */
+  DescricaoDaFalha(falha: number): string;
   /** The library's version, 1.1.0.1. */
   Versao(): string;
   FS: SistemaDeArquivos;

@@ -158,6 +158,18 @@ std::string Versao() {
   return quorv::kVersao;
 }
 
+// Why the object's last call could not validate or could not write its output whole, as the
+// fixed number of the library's Falha, which hosts keep as a plain integer.
+template <typename Classe>
+int32_t UltimaFalha(const Classe& objeto) {
+  return static_cast<int32_t>(objeto.UltimaFalha());
+}
+
+// Any number is taken: one outside the list gets the library's sentence that says so.
+std::string DescricaoDaFalha(int32_t falha) {
+  return quorv::DescricaoDaFalha(static_cast<quorv::Falha>(falha));
+}
+
 }  // namespace
 
 EMSCRIPTEN_BINDINGS(quorvvalida) {
@@ -172,6 +184,7 @@ EMSCRIPTEN_BINDINGS(quorvvalida) {
                 emscripten::select_overload<bool(int32_t)>(&quorv::Validacao::Gravar_Erro))
       .function("Gravar_Erro", emscripten::select_overload<bool(int32_t, const double&)>(
                                    &quorv::Validacao::Gravar_Erro))
+      .function("UltimaFalha", &UltimaFalha<quorv::Validacao>)
       .function(
           "_DefinirProgress", +[](quorv::Validacao& v, val f) { v.Progress = Evento(f); })
       .function(
@@ -191,6 +204,7 @@ EMSCRIPTEN_BINDINGS(quorvvalida) {
       .property("bTem_Erro_Grave", &ValidacaoFichaCadastral::bTem_Erro_Grave)
       .function("Procedimentos_Finais_Fichas",
                 &ValidacaoFichaCadastral::Procedimentos_Finais_Fichas)
+      .function("UltimaFalha", &UltimaFalha<ValidacaoFichaCadastral>)
       .function("Gravar_Erro_Ficha", emscripten::select_overload<bool(int32_t)>(
                                          &ValidacaoFichaCadastral::Gravar_Erro_Ficha))
       .function("Gravar_Erro_Ficha", emscripten::select_overload<bool(int32_t, const double&)>(
@@ -214,6 +228,7 @@ EMSCRIPTEN_BINDINGS(quorvvalida) {
                 &Fachada<&quorv::ValidacaoTarnWEB::Valida_Dados_Ficha_Cadastral>)
       .function("TipoArquivo", &quorv::ValidacaoTarnWEB::TipoArquivo)
       .function("ProgramaChamador", &quorv::ValidacaoTarnWEB::ProgramaChamador)
+      .function("UltimaFalha", &UltimaFalha<quorv::ValidacaoTarnWEB>)
       .function(
           "_DefinirHoje", +[](quorv::ValidacaoTarnWEB& w, val f) { w.Hoje = Relogio(f); });
 
@@ -265,5 +280,6 @@ EMSCRIPTEN_BINDINGS(quorvvalida) {
   function("VerificadorInscricaoDisponivel", &quorv::VerificadorInscricaoDisponivel);
   function("SerialDaData", &quorv::SerialDaData);
   function("DataLocalDeHoje", &quorv::DataLocalDeHoje);
+  function("DescricaoDaFalha", &DescricaoDaFalha);
   function("Versao", &Versao);
 }

@@ -1,7 +1,7 @@
 // What the tests of the module and of the page share: the tree's paths, the native tool of the
 // same tree, files made by the project's generator, a static web server and the browser.
 import {spawnSync} from 'node:child_process';
-import {createReadStream, existsSync, mkdirSync, mkdtempSync, readFileSync, rmSync, statSync} from 'node:fs';
+import {createReadStream, existsSync, mkdirSync, mkdtempSync, readFileSync, rmSync, statSync, writeFileSync} from 'node:fs';
 import {createServer} from 'node:http';
 import {tmpdir} from 'node:os';
 import {extname, join, normalize, resolve} from 'node:path';
@@ -32,9 +32,10 @@ export function temporario(prefixo) {
   return pasta;
 }
 
-/** Runs the native tool; answers its exit code and its outputs. */
-export function nativo(argumentos, ambiente = {}) {
+/** Runs the native tool, in `pasta` when given; answers its exit code and its outputs. */
+export function nativo(argumentos, ambiente = {}, pasta = undefined) {
   const r = spawnSync(CLI, argumentos, {
+    cwd: pasta,
     encoding: 'utf8',
     maxBuffer: 1 << 30,
     env: {...process.env, LD_LIBRARY_PATH: '', ...ambiente},
@@ -44,9 +45,25 @@ export function nativo(argumentos, ambiente = {}) {
 }
 
 /** The warnings of the tool's JSON object of a validation, whichever of its formats. */
-export function jsonNativo(argumentos) {
-  const r = nativo([...argumentos, '--json']);
+export function jsonNativo(argumentos, pasta = undefined) {
+  const r = nativo([...argumentos, '--json'], {}, pasta);
   return {...r, objeto: JSON.parse(r.saida.trim().split('\n').pop())};
+}
+
+/** Fails unless `texto` is a JSON object that the tool's schema of `objeto` accepts. */
+export function conformeAoEsquema(texto, objeto) {
+  const esquema = join(RAIZ, `tools/quorvvalida/esquemas/${objeto}.schema.json`);
+  const arquivo = join(temporario('quorv-json-'), `${objeto}.json`);
+  writeFileSync(arquivo, texto);
+  const r = spawnSync(
+      'python3',
+      [
+        '-c',
+        'import json,sys,jsonschema; jsonschema.validate(json.load(open(sys.argv[1])), json.load(open(sys.argv[2])))',
+        arquivo, esquema
+      ],
+      {encoding: 'utf8'});
+  if (r.status !== 0) throw new Error(`${objeto}: o esquema recusa o objeto: ${r.stderr}`);
 }
 
 /** A file written by the project's generator, kept in the build folder for the next run. */
@@ -69,6 +86,20 @@ export const AMOSTRAS_ARQUIVOS = [
   'fichas-limpo.txt',
   'fichas-com-defeitos.txt',
 ].map((nome) => join(AMOSTRAS, nome));
+
+// A sample with `linha` put in before its line of index `antes` (negative: from the end).
+export function comLinha(amostra, antes, linha) {
+  const linhas = readFileSync(amostra, 'latin1').split('\r\n');
+  linhas.splice(antes < 0 ? linhas.length + antes : antes, 0, linha);
+  return Buffer.from(linhas.join('\r\n'), 'latin1');
+}
+
+// A form sample whose fourth line has a record type that is not a number.
+export function fichaComTipoDeLetras() {
+  const linhas = readFileSync(AMOSTRAS_ARQUIVOS[2], 'latin1').split('\r\n');
+  linhas[3] = `${linhas[3].slice(0, 8)}ABC${linhas[3].slice(11)}`;
+  return Buffer.from(linhas.join('\r\n'), 'latin1');
+}
 
 const TIPOS = {
   '.html': 'text/html; charset=utf-8',

@@ -4,11 +4,13 @@
 // while the page keeps answering, and the page works offline once loaded. Screenshots of the main
 // states go to build/web/capturas.
 import assert from 'node:assert/strict';
-import {existsSync, mkdirSync, readFileSync} from 'node:fs';
+import {existsSync, mkdirSync, readFileSync, writeFileSync} from 'node:fs';
 import {basename, join} from 'node:path';
 import {after, before, describe, test} from 'node:test';
 
-import {AMOSTRAS_ARQUIVOS, arquivoGerado, HOJE, HOJE_ISO, jsonNativo, nativo, navegador, RAIZ, servidor, temporario} from './apoio.mjs';
+import carregarQuorvValida from '../dist/modulo/index.js';
+
+import {AMOSTRAS_ARQUIVOS, arquivoGerado, comLinha, conformeAoEsquema, fichaComTipoDeLetras, HOJE, HOJE_ISO, jsonNativo, nativo, navegador, RAIZ, servidor, temporario} from './apoio.mjs';
 
 const CAPTURAS = join(RAIZ, 'build/web/capturas');
 mkdirSync(CAPTURAS, {recursive: true});
@@ -157,6 +159,133 @@ describe('cada amostra solta na página', () => {
       await pagina.close();
     });
   }
+});
+
+// The tool's object of a file validated in a folder of its own, with the working directory
+// `trabalho` beside it, told as the page tells it: the page has no working directory, so the
+// directory's name leaves the paths the object carries.
+function comoNaPagina(objeto) {
+  const copia = structuredClone(objeto);
+  copia.diretorio = '';
+  if (copia.arquivo_advertencias)
+    copia.arquivo_advertencias = copia.arquivo_advertencias.replace(/^trabalho\//, '');
+  if (copia.erro) copia.erro.mensagem = copia.erro.mensagem.replaceAll('trabalho/', '');
+  return copia;
+}
+
+// A file of these bytes under `nome`, in a folder with the working directory beside it.
+function arquivoDeTeste(nome, bytes) {
+  const pasta = temporario('quorv-pagina-falha-');
+  mkdirSync(join(pasta, 'trabalho'));
+  writeFileSync(join(pasta, nome), bytes);
+  return {pasta, caminho: join(pasta, nome)};
+}
+
+describe('falhas e arquivos estranhos na página, como na linha de comando', () => {
+  let q;
+  before(async () => {
+    q = await carregarQuorvValida();
+  });
+
+  // The tool's object of the file, validated in its folder.
+  function daFerramenta(pasta, especie, nome) {
+    return jsonNativo([especie, nome, '-d', 'trabalho', '--hoje', HOJE], pasta).objeto;
+  }
+
+  // The page's JSON download against the tool's object, field by field, and the schema.
+  async function comparaJson(pagina, nativo) {
+    const texto = (await baixa(pagina, '#baixar-json')).bytes.toString('utf8');
+    const objeto = JSON.parse(texto);
+    const esperado = comoNaPagina(nativo);
+    assert.deepEqual(Object.keys(objeto), Object.keys(esperado));
+    for (const chave of Object.keys(esperado))
+      assert.deepEqual(objeto[chave], esperado[chave], chave);
+    conformeAoEsquema(texto, 'validacao');
+  }
+
+  for (const {nome, bytes, linhas} of
+           [{nome: 'fichas-tipo-letras.txt', bytes: fichaComTipoDeLetras(), linhas: 0},
+            {
+              nome: 'fichas-linha-vazia.txt',
+              bytes: comLinha(AMOSTRAS_ARQUIVOS[3], -2, ''),
+              linhas: 1
+            },
+  ]) {
+    test(`${nome}: a ficha que para a validação`, async () => {
+      const {pasta, caminho} = arquivoDeTeste(nome, bytes);
+      const n = daFerramenta(pasta, 'fichas', nome);
+      assert.equal(n.erro.tipo, 'erro_grave');
+      assert.equal(n.advertencias.length > 0, linhas > 0);
+      const {pagina, erros} = await novaPagina();
+      await solta(pagina, caminho);
+      await pagina.locator('#resultado:not([hidden])').waitFor();
+      assert.equal(await pagina.locator('#situacao .selo').textContent(), 'não validado');
+      // The reason, in the library's own sentence.
+      assert.equal(await pagina.locator('#situacao .motivo').textContent(), q.DescricaoDaFalha(9));
+      if (linhas === 0) {
+        assert.equal(await pagina.locator('#baixar-advertencias').isDisabled(), true);
+        assert.equal(
+            await pagina.locator('#aviso-download').textContent(),
+            'Nenhum ADVERTENCIAS.TXT: a validação falhou sem deixar advertências.');
+        await pagina.mouse.move(0, 0);
+        await pagina.screenshot({path: join(CAPTURAS, '7-falha.png'), fullPage: true});
+      } else {
+        const advertencias = await baixa(pagina, '#baixar-advertencias');
+        assert.ok(
+            advertencias.bytes.equals(readFileSync(join(pasta, 'trabalho/ADVERTENCIAS.TXT'))));
+      }
+      // The JSON download clears the notice, which is read before.
+      await comparaJson(pagina, n);
+
+      // The web facade meets the same failure: the page tells it, and gives the return file the
+      // tool writes, when there is one.
+      const r =
+          jsonNativo(['web', nome, '-r', 'RETORNO.TXT', '-d', 'trabalho', '--hoje', HOJE], pasta);
+      assert.equal(r.objeto.erro.tipo, 'erro_grave');
+      const aviso = `O sistema web não validou o arquivo: ${q.DescricaoDaFalha(9)}`;
+      if (r.objeto.arquivo_retorno) {
+        const retorno = await baixa(pagina, '#baixar-retorno');
+        assert.ok(retorno.bytes.equals(readFileSync(join(pasta, 'trabalho/RETORNO.TXT'))));
+      } else {
+        await pagina.click('#baixar-retorno');
+      }
+      await pagina.locator('#aviso-download', {hasText: aviso}).waitFor();
+      assert.deepEqual(erros, []);
+      await pagina.close();
+    });
+  }
+
+  test('um arquivo vazio: o tipo escolhido, depois trocado', async () => {
+    const {pasta, caminho} = arquivoDeTeste('vazio.txt', '');
+    const {pagina, erros} = await novaPagina();
+    await solta(pagina, caminho);
+    const escolha = pagina.getByLabel('Tipo de vazio.txt');
+    await pagina.locator('#lista-arquivos .estado', {hasText: 'tem 0 caracteres'}).waitFor();
+    for (const especie of ['notas', 'fichas']) {
+      await escolha.selectOption(especie);
+      await pagina.locator('#resultado:not([hidden])').waitFor();
+      const n = daFerramenta(pasta, especie, 'vazio.txt');
+      assert.equal(n.erro, undefined);
+      await comparaJson(pagina, n);
+      assert.equal(await pagina.locator('#situacao .motivo').count(), 0);
+    }
+    assert.deepEqual(erros, []);
+    await pagina.close();
+  });
+
+  test('um arquivo chamado ADVERTENCIAS.TXT é validado como outro qualquer', async () => {
+    const nome = 'ADVERTENCIAS.TXT';
+    const {pasta, caminho} = arquivoDeTeste(nome, readFileSync(AMOSTRAS_ARQUIVOS[1]));
+    const {pagina, erros} = await novaPagina();
+    await solta(pagina, caminho);
+    await pagina.locator('#resultado:not([hidden])').waitFor();
+    const n = daFerramenta(pasta, 'notas', nome);
+    assert.equal(n.erro, undefined);
+    assert.ok(n.advertencias.length > 0);
+    await comparaJson(pagina, n);
+    assert.deepEqual(erros, []);
+    await pagina.close();
+  });
 });
 
 describe('as opções avançadas', () => {

@@ -137,40 +137,135 @@ export function significado(especie, status) {
   }
 }
 
+// Why the input could not be read, by what its path holds.
+function motivoDaEntrada(c) {
+  if (c.entrada === 'ausente') return `arquivo não encontrado: ${c.arquivo}`;
+  if (c.entrada === 'diretorio') {
+    return `o caminho é um diretório, não um arquivo: ${
+        c.arquivo}; use --recursivo para validar os arquivos dentro dele`;
+  }
+  return `não foi possível ler o arquivo: ${c.arquivo}`;
+}
+
+// The library's failures (Falha), by their fixed numbers, as the command-line tool tells them in
+// its "erro" objects: the kind, and its sentence about the input (`c.arquivo`, and what the path
+// holds, `c.entrada`) and the warnings file (`c.advertencias`) as the object names them. The web
+// facade's own failures, which a validation never meets, keep the library's sentence, as the tool
+// keeps it. `antes`: the failure came before the run created its warnings file, so one found in
+// the working directory is not this run's.
+const FALHAS = [
+  {tipo: 'nenhuma'},
+  {tipo: 'entrada_inacessivel', antes: true, mensagem: motivoDaEntrada},
+  {
+    tipo: 'diretorio_inexistente',
+    antes: true,
+    mensagem: (c) => `diretório de trabalho não encontrado: ${c.diretorio}`,
+  },
+  {
+    tipo: 'entrada_e_advertencias',
+    antes: true,
+    mensagem: (c) => 'o arquivo a validar é o próprio ADVERTENCIAS.TXT do diretório de trabalho (' +
+        `${c.advertencias}), que a validação substituiria; nada foi validado e o arquivo ficou ` +
+        'como estava; use outro diretório de trabalho (-d)',
+  },
+  {
+    tipo: 'advertencias_nao_criadas',
+    antes: true,
+    mensagem: (c) => `não foi possível criar o arquivo de advertências: ${
+        c.advertencias}; verifique se o diretório de trabalho aceita gravação`,
+  },
+  {
+    tipo: 'escrita_advertencias',
+    mensagem: (c) =>
+        'falha ao gravar o arquivo de advertências (disco cheio ou erro de entrada e saída): ' +
+        `${c.advertencias}; ele não contém todas as advertências da validação`,
+  },
+  {tipo: 'retorno_nao_criado'},
+  {tipo: 'escrita_retorno'},
+  {tipo: 'retorno_e_entrada', antes: true},
+  {
+    tipo: 'erro_grave',
+    mensagem: (c) => 'a validação das fichas parou num registro cujo tipo não é numérico (uma ' +
+        `linha vazia, por exemplo); as advertências até ali estão em ${c.advertencias}`,
+  },
+  {
+    tipo: 'falha_interna',
+    mensagem: () => 'falha interna durante a validação (memória ou uma exceção inesperada)',
+  },
+];
+const FALHA_INTERNA = 10;
+
+/** The tool's "erro" kind of a library failure (UltimaFalha). */
+export function tipoDaFalha(falha) { return (FALHAS[falha] ?? FALHAS[FALHA_INTERNA]).tipo; }
+
 /**
- * The exit code the tool gives a run: 0 accepted, 1 warnings, 3 a file that could not be
- * validated (status 9).
+ * The exit code the tool gives a run: 0 accepted, 1 warnings, 3 a failure of input or output, 4
+ * an internal failure.
  */
-export function codigoSaida(status, temAdvertencias) {
-  if (status === 9) return 3;
+export function codigoSaida(falha, temAdvertencias) {
+  if (falha !== 0) return falha === FALHA_INTERNA ? 4 : 3;
   return temAdvertencias ? 1 : 0;
 }
 
-// Why a run of status 9 failed, in the words and identifiers of the tool's "erro" object.
-export function erroDoStatus9(especie, erroGrave) {
-  if (especie === 'fichas' && erroGrave) {
-    return {
-      tipo: 'erro_grave',
-      mensagem:
-          'Um registro com tipo não numérico (uma linha vazia, por exemplo) interrompeu a validação das fichas.',
-    };
-  }
-  return {
-    tipo: 'falha_interna',
-    mensagem:
-        'Uma falha interna (memória ou um evento do programa que chama) interrompeu a validação.',
+// What the module's file system holds at a path.
+function natureza(FS, caminho) {
+  const {exists, object} = FS.analyzePath(caminho);
+  if (!exists) return 'ausente';
+  if (FS.isDir(object.mode)) return 'diretorio';
+  return FS.isFile(object.mode) ? 'arquivo' : 'outro';
+}
+
+// The warnings file of a working directory as the tool names it, the directory as given.
+function nomeDasAdvertencias(diretorio) {
+  if (diretorio === '' || diretorio.endsWith('/')) return `${diretorio}ADVERTENCIAS.TXT`;
+  return `${diretorio}/ADVERTENCIAS.TXT`;
+}
+
+/**
+ * A run of Valida_Dados or Valida_Fichas over the module's file system as the command-line tool
+ * reports it, called right after the run with its UltimaFalha. `caminhos` are the module's paths
+ * of the input and the working directory ({entrada, trabalho}); `mostrados`, the names the JSON
+ * object gives them ({arquivo, diretorio}). Answers `advertencias`, the module's path of the
+ * working directory's ADVERTENCIAS.TXT when this run wrote it, and `arquivoAdvertencias`, its
+ * name in the object (both null otherwise: one an earlier run left where this one could not start
+ * is never read); `erro`, the tool's "erro" object (null when the run did not fail); and
+ * `descricao`, the library's sentence for people.
+ */
+export function desfechoDaValidacao(q, falha, caminhos, mostrados) {
+  const caminho = `${caminhos.trabalho}/ADVERTENCIAS.TXT`;
+  const existe = natureza(q.FS, caminho) === 'arquivo';
+  const falhaDaLista = FALHAS[falha] ?? {tipo: tipoDaFalha(falha)};
+  const antes = falhaDaLista.antes === true;
+  const nome = nomeDasAdvertencias(mostrados.diretorio);
+  const desfecho = {
+    advertencias: existe && !antes ? caminho : null,
+    arquivoAdvertencias: existe && !antes ? nome : null,
+    erro: null,
+    descricao: null,
   };
+  if (falha === 0) return desfecho;
+  desfecho.descricao = q.DescricaoDaFalha(falha);
+  const contexto = {
+    arquivo: mostrados.arquivo,
+    diretorio: mostrados.diretorio,
+    entrada: natureza(q.FS, caminhos.entrada),
+    advertencias: nome,
+  };
+  const mensagem = falhaDaLista.mensagem ? falhaDaLista.mensagem(contexto) : desfecho.descricao;
+  desfecho.erro = {tipo: falhaDaLista.tipo, mensagem};
+  return desfecho;
 }
 
 const texto = (valor) => JSON.stringify(valor);
 
 /**
  * The JSON object of a validation, format 1 of the command-line tool, in pieces (strings) to be
- * joined or put in a Blob. `execucao`: {arquivo, especie, status, numeroRemessa, diretorio,
- * arquivoAdvertencias (null when there is none), erro (null or {tipo, mensagem})}.
+ * joined or put in a Blob. `execucao`: {arquivo, especie, status, falha (the run's UltimaFalha),
+ * numeroRemessa, diretorio, arquivoAdvertencias (null when there is none), erro (null or {tipo,
+ * mensagem}, from desfechoDaValidacao)}.
  */
 export function* jsonValidacao(execucao, advertencias) {
-  const saida = codigoSaida(execucao.status, execucao.arquivoAdvertencias !== null);
+  const saida = codigoSaida(execucao.falha, execucao.arquivoAdvertencias !== null);
   let cabeca = `{"formato":1,"objeto":"validacao","arquivo":${texto(execucao.arquivo)}` +
       `,"tipo":${texto(execucao.especie)},"status":${execucao.status}` +
       `,"significado":${texto(significado(execucao.especie, execucao.status))}` +

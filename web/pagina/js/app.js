@@ -64,7 +64,7 @@ function tamanho(bytes) {
 function seloDe(item) {
   if (!item.resultado) return null;
   const r = item.resultado;
-  if (r.status === 9) return ['falha', 'não validado'];
+  if (r.erro) return ['falha', 'não validado'];
   return r.advertencias ? ['advertencias', 'com advertências'] : ['aceito', 'aceito'];
 }
 
@@ -103,6 +103,11 @@ function desenhaItem(item) {
   escolha.addEventListener('change', () => {
     item.escolhido = escolha.value;
     item.resultado = null;
+    // The result shown was of the other kind: it goes, and the new one shows when it is ready.
+    if (item === atual) {
+      $('resultado').hidden = true;
+      atual = null;
+    }
     item.estado = especieDe(item) ? 'na fila' : 'escolha o tipo para validar';
     desenhaItem(item);
     processaFila();
@@ -248,9 +253,15 @@ function mostra(item, foco) {
   selo.textContent = texto;
   const explicacao = document.createElement('span');
   explicacao.className = 'explicacao';
-  explicacao.textContent = `status ${r.status}: ${significado(item.especie, r.status)}${
-      r.erro ? ` — ${r.erro.mensagem}` : ''}`;
+  explicacao.textContent = `status ${r.status}: ${significado(item.especie, r.status)}`;
   situacao.append(selo, explicacao);
+  // Why the run could not validate the file or write its warnings, in the library's words.
+  if (r.erro) {
+    const motivo = document.createElement('p');
+    motivo.className = 'motivo';
+    motivo.textContent = r.descricao;
+    situacao.append(motivo);
+  }
   $('aviso-inscricao').hidden = !(item.especie === 'notas' && item.opcoes.inscricao === 'nenhuma');
 
   const numeros = [
@@ -274,8 +285,9 @@ function mostra(item, foco) {
   );
   $('baixar-advertencias').disabled = !r.advertencias;
   $('baixar-csv').disabled = !r.advertencias;
-  $('aviso-download').textContent =
-      r.advertencias ? '' : 'Nenhum ADVERTENCIAS.TXT: a validação não deixou advertências.';
+  $('aviso-download').textContent = r.advertencias ? '' :
+      r.erro ? 'Nenhum ADVERTENCIAS.TXT: a validação falhou sem deixar advertências.' :
+               'Nenhum ADVERTENCIAS.TXT: a validação não deixou advertências.';
   $('com-advertencias').hidden = !r.advertencias;
   $('detalhe').hidden = true;
   if (r.advertencias) {
@@ -477,9 +489,10 @@ async function exporta(formato) {
         arquivo: item.arquivo.name,
         especie: item.especie,
         status: r.status,
+        falha: r.falha,
         numeroRemessa: r.numeroRemessa,
         diretorio: '',
-        arquivoAdvertencias: r.advertencias ? 'ADVERTENCIAS.TXT' : null,
+        arquivoAdvertencias: r.arquivoAdvertencias,
         erro: r.erro,
       },
     });
@@ -507,8 +520,11 @@ $('baixar-retorno').addEventListener('click', async () => {
       especie: item.especie,
       opcoes: item.opcoes,
     });
-    if (r.blob) {
-      baixa(r.blob, 'RETORNO.TXT');
+    if (r.blob) baixa(r.blob, 'RETORNO.TXT');
+    if (r.falha !== 0) {
+      // Whatever the facade answered, a run that failed was not the web system's whole check.
+      $('aviso-download').textContent = `O sistema web não validou o arquivo: ${r.descricao}`;
+    } else if (r.blob) {
       $('aviso-download').textContent = '';
     } else {
       $('aviso-download').textContent = r.resultado ?

@@ -4,7 +4,7 @@
 // itself; the page ends the worker to cancel a run and starts another.
 import carregarQuorvValida from '../modulo/index.js';
 
-import {csvAdvertencias, erroDoStatus9, jsonValidacao, lerAdvertencias} from './advertencias.js';
+import {csvAdvertencias, desfechoDaValidacao, jsonValidacao, lerAdvertencias} from './advertencias.js';
 
 const moduloPronto = carregarQuorvValida().then((q) => {
   lerEmJanelas(q.FS.filesystems.WORKERFS);
@@ -31,7 +31,6 @@ function lerEmJanelas(WORKERFS) {
     return quantos;
   };
 }
-const ADVERTENCIAS = 'ADVERTENCIAS.TXT';
 let sequencia = 0;
 
 // A directory of its own for each request: the input mounted from the person's file, the
@@ -143,9 +142,10 @@ async function validar({arquivo, especie, opcoes}) {
     const status = especie === 'notas' ? validador.Valida_Dados(...argumentos) :
                                          validador.Valida_Fichas(...argumentos);
     const duracao = performance.now() - inicio;
-    const erroGrave = especie === 'fichas' && validador.bTem_Erro_Grave;
-    const caminho = `${pastas.trabalho}/${ADVERTENCIAS}`;
-    const bytes = existe(q, caminho) ? q.FS.readFile(caminho) : null;
+    const falha = validador.UltimaFalha();
+    // The JSON object names the file as the person chose it, and no working directory.
+    const desfecho = desfechoDaValidacao(q, falha, pastas, {arquivo: arquivo.name, diretorio: ''});
+    const bytes = desfecho.advertencias ? q.FS.readFile(desfecho.advertencias) : null;
 
     // The table's columns, one entry per warning; codes and record types as indexes into their
     // lists of distinct values, which are few.
@@ -154,7 +154,10 @@ async function validar({arquivo, especie, opcoes}) {
       status,
       numeroRemessa: numero.valor,
       duracao,
-      erro: status === 9 ? erroDoStatus9(especie, erroGrave) : null,
+      falha,
+      arquivoAdvertencias: desfecho.arquivoAdvertencias,
+      erro: desfecho.erro,
+      descricao: desfecho.descricao,
       advertencias: bytes ? new Blob([bytes], {type: 'text/plain'}) : null,
       total: 0,
     };
@@ -250,11 +253,19 @@ async function retorno({arquivo, especie, opcoes}) {
     const resultado = especie === 'notas' ?
         web.Valida_Dados_Tarnweb(pastas.entrada, nome, pastas.trabalho, numero) :
         web.Valida_Dados_Ficha_Cadastral(pastas.entrada, nome, pastas.trabalho, numero);
+    const falha = web.UltimaFalha();
     const caminho = pastas.trabalho + nome;
     const blob = !resultado && existe(q, caminho) ?
         new Blob([q.FS.readFile(caminho)], {type: 'text/plain'}) :
         null;
-    postMessage({tipo: 'retorno', resultado, numeroRemessa: numero.valor, blob});
+    postMessage({
+      tipo: 'retorno',
+      resultado,
+      numeroRemessa: numero.valor,
+      blob,
+      falha,
+      descricao: falha === 0 ? null : q.DescricaoDaFalha(falha),
+    });
   } finally {
     web.delete();
     pastas.desfaz();
