@@ -67,6 +67,19 @@ pertence quorvvalida '^/usr/bin/quorvvalida-gerador$'
 pertence quorvvalida '^/usr/share/man/man1/quorvvalida\.1\.gz$'
 pertence quorvvalida '^/usr/share/man/man1/quorvvalida-gerador\.1\.gz$'
 pertence quorvvalida '^/usr/share/doc/quorvvalida/examples/notas-limpo\.txt$'
+pertence quorvvalida '^/lib/systemd/system/quorvvalida\.service$'
+# The service is installed disabled and stopped: the maintainer scripts never start it, and
+# enable it again only where an operator had enabled it before (an upgrade).
+controle_quorvvalida="$trabalho/controle-quorvvalida"
+dpkg-deb -e "$(deb quorvvalida)" "$controle_quorvvalida"
+if grep -qE 'deb-systemd-invoke (start|restart)' "$controle_quorvvalida"/postinst; then
+  falha "o serviço quorvvalida é iniciado na instalação"
+fi
+if ! awk '/deb-systemd-helper enable/ && anterior !~ /was-enabled/ { sem_guarda = 1 }
+          NF && $1 !~ /^#/ { anterior = $0 } END { exit sem_guarda }' \
+  "$controle_quorvvalida"/postinst; then
+  falha "o serviço quorvvalida é habilitado na instalação"
+fi
 conteudo libquorvvalida-dev | grep -q 'cls_quorv_adv_bd\.hpp\|\.in$' &&
   falha "cabeçalho privado ou modelo no pacote"
 

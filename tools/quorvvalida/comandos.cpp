@@ -85,6 +85,9 @@ Relator::Relator(const OpcoesGerais& gerais)
         return std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size();
       }) {}
 
+Relator::Relator(const OpcoesGerais& gerais, std::function<bool(std::string_view)> escreve)
+    : gerais_(gerais), escritor_(std::move(escreve)) {}
+
 void Relator::Validacao(const ResultadoValidacao& resultado) {
   if (gerais_.json) {
     json_v1::EscreveValidacao(escritor_, resultado);
@@ -212,6 +215,7 @@ int ValidaWeb(const OpcoesWeb& opcoes, Relator& relator) {
   ResultadoWeb resultado;
   resultado.arquivo = opcoes.arquivo;
   resultado.diretorio = opcoes.diretorio;
+  resultado.incluiTextoRetorno = opcoes.incluiTextoRetorno;
   if (!opcoes.tipo) {
     const Identificacao identificacao = IdentificaTipo(opcoes.arquivo);
     if (!identificacao.aberto) {
@@ -247,7 +251,10 @@ int ValidaWeb(const OpcoesWeb& opcoes, Relator& relator) {
                           "a pasta do arquivo de retorno não existe: " + pasta.u8string()},
                          kFalhaEntradaSaida, opcoes.arquivo);
   }
-  const fs::path relativo = fs::relative(retorno, diretorio, erro);
+  // Both sides absolute: a relative path of a file not yet there would not compare with the
+  // directory's ("RETORNO.TXT" against ".").
+  const fs::path relativo =
+      fs::absolute(retorno, erro).lexically_relative(fs::absolute(diretorio, erro));
   if (erro || relativo.empty()) {
     return relator.Falha({"pasta_retorno_inexistente",
                           "o arquivo de retorno não pode ser alcançado a partir do diretório de "

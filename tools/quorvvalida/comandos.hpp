@@ -48,6 +48,8 @@ struct OpcoesWeb {
   std::optional<std::string> tipo;
   std::optional<std::string> tipoArquivo;
   std::optional<std::string> programaChamador;
+  // The JSON object carries the return file's text as well (the service does).
+  bool incluiTextoRetorno = false;
 };
 
 // Tells the outcomes in the format asked for: a JSON object on stdout, or a summary on stdout
@@ -55,6 +57,8 @@ struct OpcoesWeb {
 class Relator {
  public:
   explicit Relator(const OpcoesGerais& gerais);
+  // The JSON objects go to `escreve` instead of stdout: a host that answers them elsewhere.
+  Relator(const OpcoesGerais& gerais, std::function<bool(std::string_view)> escreve);
 
   const OpcoesGerais& Gerais() const { return gerais_; }
   void Validacao(const ResultadoValidacao& resultado);

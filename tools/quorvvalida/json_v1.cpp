@@ -1,11 +1,14 @@
 #include "json_v1.hpp"
 
+#include <filesystem>
+#include <fstream>
 #include <utility>
 
 #include <fmt/core.h>
 #include <nlohmann/json.hpp>
 
 #include "advertencias_arquivo.hpp"
+#include "component/shared/cp1252.hpp"
 #include "invoices/messages/cls_quorv_adv_bd.hpp"
 #include "quorvvalida/cls_quorv_adv_bd_fichas.hpp"
 
@@ -46,6 +49,24 @@ void Booleano(Escritor& escritor, std::string_view nome, bool valor) {
 void CampoErro(Escritor& escritor, const Erro& erro) {
   escritor.Escreve(fmt::format(",\"erro\":{{\"tipo\":{},\"mensagem\":{}}}", Texto(erro.tipo),
                                Texto(erro.mensagem)));
+}
+
+// A field whose value is a Windows-1252 file's text, read and written a block at a time so that
+// a file of any size is never held in memory.
+void TextoDoArquivo(Escritor& escritor, std::string_view nome, const std::string& caminho) {
+  std::ifstream arquivo(std::filesystem::u8path(caminho), std::ios::binary);
+  escritor.Escreve(fmt::format(",{}:\"", Texto(nome)));
+  std::string bloco(kBuffer, '\0');
+  while (arquivo && !escritor.Falhou()) {
+    arquivo.read(bloco.data(), static_cast<std::streamsize>(bloco.size()));
+    const auto lidos = static_cast<std::size_t>(arquivo.gcount());
+    if (lidos == 0) break;
+    // Each byte is a character of its own, so a block ends on a character's end; its JSON
+    // string is written without the quotes.
+    const std::string trecho = Texto(cp1252::ParaUtf8(std::string_view(bloco.data(), lidos)));
+    escritor.Escreve(std::string_view(trecho).substr(1, trecho.size() - 2));
+  }
+  escritor.Escreve("\"");
 }
 
 bool Fecha(Escritor& escritor, int codigoSaida) {
@@ -147,6 +168,8 @@ bool EscreveWeb(Escritor& escritor, const ResultadoWeb& resultado) {
   Campo(escritor, "diretorio", resultado.diretorio);
   if (!resultado.arquivoRetorno.empty()) {
     Campo(escritor, "arquivo_retorno", resultado.arquivoRetorno);
+    if (resultado.incluiTextoRetorno)
+      TextoDoArquivo(escritor, "texto_retorno", resultado.arquivoRetorno);
   }
   if (resultado.erro) CampoErro(escritor, *resultado.erro);
   return Fecha(escritor, resultado.codigoSaida);

@@ -52,7 +52,8 @@ class Escritor {
 bool EscreveValidacao(Escritor& escritor, const ResultadoValidacao& resultado);
 
 // {"objeto":"web", "arquivo", "tipo" ("notas", "fichas" or "nenhum"), "resultado", "aceito",
-//  "numero_remessa", "diretorio", "arquivo_retorno"?, "erro"?}.
+//  "numero_remessa", "diretorio", "arquivo_retorno"?, "texto_retorno"?, "erro"?}. The return
+// file's text is read from the file as it is written out, when the result asks for it.
 bool EscreveWeb(Escritor& escritor, const ResultadoWeb& resultado);
 
 // {"objeto":"mensagem", "tipo", "codigo", "mensagem", "conhecido"}.

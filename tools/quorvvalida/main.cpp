@@ -1,6 +1,5 @@
 // quorvvalida: validates producer-invoice and registration-form files from the command line.
 #include <algorithm>
-#include <charconv>
 #include <map>
 #include <string>
 #include <thread>
@@ -13,6 +12,10 @@
 #include "codigos_saida.hpp"
 #include "comandos.hpp"
 #include "quorvvalida/quorvvalida.hpp"
+#include "valores.hpp"
+#ifdef QUORVVALIDA_SERVICO
+#include "servir/servir.hpp"
+#endif
 
 namespace {
 
@@ -28,10 +31,9 @@ constexpr const char* kUso =
     "     quorvvalida notas|fichas|auto ARQUIVO... [-d DIR] [-j N] [--recursivo] [opções]\n"
     "     quorvvalida web ARQUIVO -r RETORNO [-d DIR] [--tipo P|F]\n"
     "     quorvvalida mensagem notas|fichas CODIGO\n"
-    "     quorvvalida advertencias notas|fichas ARQUIVO";
+    "     quorvvalida advertencias notas|fichas ARQUIVO\n"
+    "     quorvvalida servir [--endereco IP] [--porta P] [opções]   (serviço HTTP; servir --help)";
 
-// The largest whole number a Double key carries exactly.
-constexpr double kMaiorChave = 9007199254740992.0;
 constexpr std::uint64_t kMaiorLimite = 1000000000;
 constexpr std::uint64_t kMaisTarefas = 256;
 
@@ -44,42 +46,11 @@ std::string TabelaDeSaida() {
   return tabela;
 }
 
-// A key: digits with at most one decimal mark ("," or "."), from 0 to the largest whole number
-// a Double carries exactly, and with a fraction at most 15 digits in all.
-std::optional<double> Chave(const std::string& texto) {
-  const std::size_t marca = texto.find_first_of(",.");
-  const std::string inteira = texto.substr(0, marca);
-  const std::string fracao = marca == std::string::npos ? std::string() : texto.substr(marca + 1);
-  const auto soDigitos = [](const std::string& parte) {
-    return !parte.empty() && parte.find_first_not_of("0123456789") == std::string::npos;
-  };
-  if (!soDigitos(inteira) || (marca != std::string::npos && !soDigitos(fracao))) {
-    return std::nullopt;
-  }
-  if (fracao.empty()) {
-    const auto inteiro =
-        quorv::ferramenta::InteiroEntre(inteira, 0, static_cast<std::uint64_t>(kMaiorChave));
-    if (!inteiro) return std::nullopt;
-    return static_cast<double>(*inteiro);
-  }
-  const std::size_t significativos =
-      inteira.size() - std::min(inteira.find_first_not_of('0'), inteira.size()) + fracao.size();
-  if (significativos > 15) return std::nullopt;
-  // Read the same way under every locale.
-  const std::string numero = inteira + "." + fracao;
-  double valor = 0;
-  std::from_chars(numero.data(), numero.data() + numero.size(), valor);
-  return valor;
-}
-
 CLI::Validator ValidadorChave() {
   return CLI::Validator(
       [](std::string& texto) -> std::string {
-        if (Chave(texto)) return {};
-        return fmt::format(
-            "valor inválido '{}'; use um número de 0 a 9007199254740992 (com fração, até 15 "
-            "algarismos), como 123 ou 12,5",
-            texto);
+        return quorv::ferramenta::LeChave(texto) ? std::string()
+                                                 : quorv::ferramenta::ChaveInvalida(texto);
       },
       "N");
 }
@@ -87,14 +58,8 @@ CLI::Validator ValidadorChave() {
 CLI::Validator ValidadorData() {
   return CLI::Validator(
       [](std::string& texto) -> std::string {
-        if (texto.size() == 8 && texto.find_first_not_of("0123456789") == std::string::npos &&
-            quorv::ConverteData(texto) > 0) {
-          return {};
-        }
-        return fmt::format(
-            "data inválida '{}'; use uma data do calendário em AAAAMMDD, como "
-            "20240630",
-            texto);
+        return quorv::ferramenta::LeData(texto) ? std::string()
+                                                : quorv::ferramenta::DataInvalida(texto);
       },
       "AAAAMMDD");
 }
@@ -102,8 +67,8 @@ CLI::Validator ValidadorData() {
 CLI::Validator ValidadorSeparador() {
   return CLI::Validator(
       [](std::string& texto) -> std::string {
-        if (!texto.empty() && texto.find_first_of("\r\n") == std::string::npos) return {};
-        return "separador inválido; use um ou mais caracteres, sem quebra de linha";
+        return quorv::ferramenta::SeparadorValido(texto) ? std::string()
+                                                         : quorv::ferramenta::SeparadorInvalido();
       },
       "TEXTO");
 }
@@ -111,11 +76,8 @@ CLI::Validator ValidadorSeparador() {
 CLI::Validator ValidadorCodigo() {
   return CLI::Validator(
       [](std::string& texto) -> std::string {
-        const bool negativo = !texto.empty() && texto.front() == '-';
-        const auto valor = quorv::ferramenta::InteiroEntre(texto.substr(negativo ? 1 : 0), 0,
-                                                           negativo ? 32768 : 32767);
-        if (valor) return {};
-        return fmt::format("código inválido '{}'; use um número inteiro de -32768 a 32767", texto);
+        return quorv::ferramenta::LeCodigo(texto) ? std::string()
+                                                  : quorv::ferramenta::CodigoInvalido(texto);
       },
       "CODIGO");
 }
@@ -371,6 +333,13 @@ int Executa(int argc, char** argv) {
     }
   }
 
+#ifdef QUORVVALIDA_SERVICO
+  // The service is started before this parser is reached (main), and reads its own options; it
+  // stands here so that the help lists it with the other commands.
+  Comando(app, "servir", "serviço HTTP de validação; suas opções: quorvvalida servir --help",
+          "Uso: quorvvalida servir [opções]");
+#endif
+
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& erro) {
@@ -398,9 +367,11 @@ int Executa(int argc, char** argv) {
     return kAceito;
   }
   if (!limite.empty()) gerais.limite = *quorv::ferramenta::InteiroEntre(limite, 1, kMaiorLimite);
-  if (!hoje.empty()) gerais.hoje = quorv::ConverteData(hoje);
-  if (!chaveRemessa.empty()) validacao.chaveRemessa = *Chave(chaveRemessa);
-  if (!chaveProcessamento.empty()) validacao.chaveProcessamento = *Chave(chaveProcessamento);
+  if (!hoje.empty()) gerais.hoje = quorv::ferramenta::LeData(hoje);
+  if (!chaveRemessa.empty()) validacao.chaveRemessa = *quorv::ferramenta::LeChave(chaveRemessa);
+  if (!chaveProcessamento.empty()) {
+    validacao.chaveProcessamento = *quorv::ferramenta::LeChave(chaveProcessamento);
+  }
   lote.tarefas = std::max(1u, std::thread::hardware_concurrency());
   if (!tarefas.empty()) {
     lote.tarefas =
@@ -458,10 +429,10 @@ int Executa(int argc, char** argv) {
       if (argumento.empty()) {
         return erroDeUso(escolhido == "mensagem" ? "falta o CODIGO" : "falta o ARQUIVO");
       }
-      return relator.Encerra(
-          escolhido == "mensagem"
-              ? quorv::ferramenta::MostraMensagem(*tipo, std::stoi(argumento), relator)
-              : quorv::ferramenta::ListaAdvertencias(*tipo, argumento, relator));
+      return relator.Encerra(escolhido == "mensagem"
+                                 ? quorv::ferramenta::MostraMensagem(
+                                       *tipo, *quorv::ferramenta::LeCodigo(argumento), relator)
+                                 : quorv::ferramenta::ListaAdvertencias(*tipo, argumento, relator));
     }
     if (lote.arquivos.empty()) return erroDeUso("falta o ARQUIVO a validar");
     if (std::count(lote.arquivos.begin(), lote.arquivos.end(), "-") > 1) {
@@ -479,6 +450,15 @@ int Executa(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   try {
+    // The service has options of its own and takes the rest of the command line.
+    if (argc > 1 && std::string(argv[1]) == "servir") {
+#ifdef QUORVVALIDA_SERVICO
+      return quorv::servico::Servir(argc - 1, argv + 1);
+#else
+      fmt::print(stderr, "quorvvalida: o serviço HTTP não faz parte desta construção\n");
+      return kUsoIncorreto;
+#endif
+    }
     return Executa(argc, argv);
   } catch (const std::exception& erro) {
     fmt::print(stderr, "quorvvalida: erro interno: {}\n", erro.what());

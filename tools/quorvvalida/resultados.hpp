@@ -48,6 +48,8 @@ struct ResultadoWeb {
   std::string numeroRemessa;
   std::string diretorio;
   std::string arquivoRetorno;  // empty when no return file was written
+  // The object carries the return file's text, in UTF-8 (a service's answer does).
+  bool incluiTextoRetorno = false;
   std::optional<Erro> erro;
   int codigoSaida = 0;
 };
