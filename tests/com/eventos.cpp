@@ -3,8 +3,9 @@
 // run. Every sink must receive the same values, in the same order, as the library's own callback
 // gives for the same file; a sink that changes the percentage changes what the form run keeps;
 // window messages waiting when the run starts are handled before the first event.
-// Arguments: an invoice file, a form file, a working folder. Prints one line per difference, then
-// FIM; the exit code is the number of differences.
+// Arguments: an invoice file, a form file, a working folder, and the DllInscE32.dll the component
+// loads (the library's own runs here load it too). Prints one line per difference, then FIM; the
+// exit code is the number of differences.
 #include <windows.h>
 
 #include <ocidl.h>
@@ -16,6 +17,7 @@
 #include <vector>
 
 #include "QuorvValida.h"
+#include "quorvvalida/geral.hpp"
 #include "quorvvalida/validacao.hpp"
 #include "quorvvalida/validacao_ficha_cadastral.hpp"
 
@@ -48,7 +50,7 @@ LRESULT CALLBACK Janela(HWND janela, UINT mensagem, WPARAM w, LPARAM l) {
 }
 
 // What a sink does with each event.
-enum class Conduta { Anota, Falha, Desconecta, MudaParaMenosUm, Reentra };
+enum class Conduta { Anota, Falha, Desconecta, MudaParaMenosUm, Reentra, Grava };
 
 // A sink of the event dispinterface (or, with soDespacho, of IDispatch alone, as script engines
 // are), recording the values it receives.
@@ -109,6 +111,15 @@ class Receptor final : public IDispatch {
           SysFreeString(vazio);
         }
         return S_OK;
+      case Conduta::Grava:
+        // A host that records a warning of its own against the line being read.
+        if (valores.size() == 1 && validacao != nullptr) {
+          double linha = 0;
+          VARIANT_BOOL gravou = VARIANT_FALSE;
+          validacao->Gravar_Erro(201, &linha, &gravou);
+          gravouNoEvento = gravou == VARIANT_TRUE;
+        }
+        return S_OK;
       case Conduta::Anota:
         return S_OK;
     }
@@ -120,6 +131,7 @@ class Receptor final : public IDispatch {
   _Validacao* validacao = nullptr;
   short statusReentrante = -1;
   std::wstring numeroReentrante;
+  bool gravouNoEvento = false;
   IConnectionPoint* ponto = nullptr;
   DWORD cookie = 0;
 
@@ -263,6 +275,63 @@ void Notas(HWND janela, const std::wstring& arquivo, const std::wstring& trabalh
   validacao->Release();
 }
 
+std::string Conteudo(const std::wstring& caminho) {
+  std::string bytes;
+  FILE* arquivo = _wfopen(caminho.c_str(), L"rb");
+  if (arquivo == nullptr) return "(ausente)";
+  char bloco[65536];
+  for (std::size_t lidos; (lidos = std::fread(bloco, 1, sizeof bloco, arquivo)) > 0;) {
+    bytes.append(bloco, lidos);
+  }
+  std::fclose(arquivo);
+  return bytes;
+}
+
+// A warning recorded from the event, during the run, lands in the warnings file exactly where the
+// library's own callback doing the same puts it.
+void GravaNoEvento(const std::wstring& arquivo, const std::wstring& trabalho) {
+  const std::wstring pastaDaBiblioteca = trabalho + L"\\biblioteca";
+  const std::wstring pastaDoCom = trabalho + L"\\com";
+  CreateDirectoryW(pastaDaBiblioteca.c_str(), nullptr);
+  CreateDirectoryW(pastaDoCom.c_str(), nullptr);
+  {
+    quorv::Validacao biblioteca;
+    bool primeiro = true;
+    biblioteca.Progress = [&](double&) {
+      if (primeiro) biblioteca.Gravar_Erro(201);
+      primeiro = false;
+    };
+    std::string numero;
+    biblioteca.Valida_Dados(Utf8(arquivo.c_str()), numero, Utf8(pastaDaBiblioteca.c_str()));
+  }
+  _Validacao* validacao = nullptr;
+  CoCreateInstance(CLSID_Validacao, nullptr, CLSCTX_INPROC_SERVER, IID__Validacao,
+                   reinterpret_cast<void**>(&validacao));
+  IConnectionPoint* ponto = validacao ? PontoDe(validacao, DIID___Validacao) : nullptr;
+  if (ponto == nullptr) return;
+  Receptor grava(DIID___Validacao, false, Conduta::Grava);
+  grava.validacao = validacao;
+  Conecta(ponto, grava);
+  BSTR nome = SysAllocString(arquivo.c_str());
+  BSTR pasta = SysAllocString(pastaDoCom.c_str());
+  BSTR vazio = SysAllocString(L"");
+  BSTR separador = SysAllocString(L"#");
+  BSTR numero = SysAllocString(L"");
+  short status = -1;
+  validacao->Valida_Dados(nome, &numero, pasta, 0, 0, vazio, vazio, separador, &status);
+  if (!grava.gravouNoEvento) Falha("Gravar_Erro no evento não gravou");
+  const std::string esperado = Conteudo(pastaDaBiblioteca + L"\\ADVERTENCIAS.TXT");
+  if (esperado.find("201#") == std::string::npos) Falha("a biblioteca não gravou no evento");
+  if (Conteudo(pastaDoCom + L"\\ADVERTENCIAS.TXT") != esperado) {
+    Falha("a advertência gravada no evento difere da biblioteca");
+  }
+  ponto->Unadvise(grava.cookie);
+  ponto->Release();
+  for (BSTR b : {nome, pasta, vazio, separador, numero})
+    SysFreeString(b);
+  validacao->Release();
+}
+
 // The form run: a sink that sets the percentage to -1 at the first event stops the rest of the
 // events, as the library's own callback doing the same does; the run's result is unchanged.
 void Fichas(const std::wstring& arquivo, const std::wstring& trabalho) {
@@ -321,10 +390,11 @@ void Fichas(const std::wstring& arquivo, const std::wstring& trabalho) {
 }  // namespace
 
 int wmain(int argc, wchar_t** argv) {
-  if (argc != 4) {
-    std::printf("uso: eventos NOTAS FICHAS DIRETORIO\n");
+  if (argc != 5) {
+    std::printf("uso: eventos NOTAS FICHAS DIRETORIO DLLINSCE32\n");
     return 100;
   }
+  if (!quorv::CarregarBibliotecaInscricao(Utf8(argv[4]))) Falha("DllInscE32.dll não carregou");
   CoInitialize(nullptr);
   WNDCLASSW classe = {};
   classe.lpfnWndProc = Janela;
@@ -334,6 +404,7 @@ int wmain(int argc, wchar_t** argv) {
   HWND janela = CreateWindowW(L"QuorvValidaTeste", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
                               classe.hInstance, nullptr);
   Notas(janela, argv[1], argv[3]);
+  GravaNoEvento(argv[1], argv[3]);
   Fichas(argv[2], argv[3]);
   DestroyWindow(janela);
   CoUninitialize();

@@ -198,10 +198,12 @@ eventos() {
   gera fichas 5000 fichas-5000.txt
   local dir
   dir=$(pasta eventos)
-  roda_ate_o_fim "$QV_CLIENTES/eventos.exe" "$dados\\notas-5000.txt" "$dados\\fichas-5000.txt" "$dir"
+  roda_ate_o_fim "$QV_CLIENTES/eventos.exe" "$dados\\notas-5000.txt" "$dados\\fichas-5000.txt" "$dir" \
+    'C:\QuorvValida\DllInscE32.dll'
   # A file of fewer than a hundred lines raises the event before every line.
   dir=$(pasta eventos-curto)
-  roda_ate_o_fim "$QV_CLIENTES/eventos.exe" "$dados\\notas-limpo.txt" "$dados\\fichas-limpo.txt" "$dir"
+  roda_ate_o_fim "$QV_CLIENTES/eventos.exe" "$dados\\notas-limpo.txt" "$dados\\fichas-limpo.txt" "$dir" \
+    'C:\QuorvValida\DllInscE32.dll'
 }
 
 # The command line's answer for a job, as comparacao.vbs writes it: kind|status|number.
