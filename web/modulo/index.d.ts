@@ -182,6 +182,9 @@ export interface QuorvValida {
    * every registration of the home state is refused (a module cannot load the state's library).
    */
   DefinirVerificadorInscricao(verificador: VerificadorInscricao | null): void;
+  /** Accepts every registration without asking anyone, as the tool's --sem-verificar-inscricao;
+   * DefinirVerificadorInscricao (a function, or null for none) replaces it. */
+  AceitarTodasInscricoes(): void;
   VerificadorInscricaoDisponivel(): boolean;
   /** The day serial of a date; -1 when it is no date. */
   SerialDaData(ano: number, mes: number, dia: number): number;

@@ -80,5 +80,9 @@ export default async function carregarQuorvValida(opcoes = {}) {
     modulo.verificadorInscricao = verificador(funcao);
     modulo._DefinirVerificadorInscricao(modulo.verificadorInscricao !== null);
   };
+  modulo.AceitarTodasInscricoes = () => {
+    modulo.verificadorInscricao = null;
+    modulo._AceitarTodasInscricoes();
+  };
   return modulo;
 }

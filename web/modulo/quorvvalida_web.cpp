@@ -154,6 +154,13 @@ void DefinirVerificador(bool definido) {
   });
 }
 
+// Every registration accepted without asking anyone, as the command line's
+// --sem-verificar-inscricao: a checker of the module's own, with no call out to JavaScript.
+void AceitarTodasInscricoes() {
+  quorv::DefinirVerificadorInscricao(
+      [](const std::string&, const std::string&) { return static_cast<int16_t>(0); });
+}
+
 std::string Versao() {
   return quorv::kVersao;
 }
@@ -277,6 +284,7 @@ EMSCRIPTEN_BINDINGS(quorvvalida) {
   function("ConfereDigitosCPF", &quorv::ConfereDigitosCPF);
   function("ValidaInscricaoEstadual", &quorv::ValidaInscricaoEstadual);
   function("_DefinirVerificadorInscricao", &DefinirVerificador);
+  function("_AceitarTodasInscricoes", &AceitarTodasInscricoes);
   function("VerificadorInscricaoDisponivel", &quorv::VerificadorInscricaoDisponivel);
   function("SerialDaData", &quorv::SerialDaData);
   function("DataLocalDeHoje", &quorv::DataLocalDeHoje);

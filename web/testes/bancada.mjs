@@ -1,8 +1,8 @@
 // Benchmark: the 1,000,000-line invoice file validated by the native tool, by the module in node
 // and by the page in headless Chromium, in turns within one run; every registration accepted on
-// all three sides (--sem-verificar-inscricao, a checker that answers 0, the page's "aceitar
-// todas"), "today" pinned. Prints the medians, the ratios to the native tool and the module's
-// size. Not part of CI: node web/testes/bancada.mjs [REPETICOES]
+// all three sides (--sem-verificar-inscricao, the module's AceitarTodasInscricoes, the page's
+// "aceitar todas"), "today" pinned. Prints the medians, the ratios to the native tool and the
+// module's size. Not part of CI: node web/testes/bancada.mjs [REPETICOES]
 import {spawnSync} from 'node:child_process';
 import {statSync} from 'node:fs';
 import {basename, join} from 'node:path';
@@ -35,7 +35,7 @@ const q = await carregarQuorvValida();
 q.FS.mkdir('/dados');
 q.FS.mount(q.FS.filesystems.NODEFS, {root: join(arquivo, '..')}, '/dados');
 q.FS.mkdir('/trabalho');
-q.DefinirVerificadorInscricao(() => 0);
+q.AceitarTodasInscricoes();
 const hoje = q.SerialDaData(2024, 6, 30);
 function modulo() {
   const v = new q.Validacao();

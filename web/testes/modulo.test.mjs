@@ -24,10 +24,14 @@ function regraDeExemplo(inscricao, uf) {
   return inscricao.charCodeAt(inscricao.length - 1) - 48 === soma % 10 ? 0 : 1;
 }
 
-// Three ways of checking registrations, each the same on both sides.
+// The module's own "accept them all", as the tool's --sem-verificar-inscricao.
+const TODAS = 'todas';
+
+// Four ways of checking registrations, each the same on both sides.
 const VERIFICADORES = {
   'sem verificador': {modulo: null, nativo: []},
-  'todas aceitas': {modulo: () => 0, nativo: ['--sem-verificar-inscricao']},
+  'todas aceitas por uma função': {modulo: () => 0, nativo: ['--sem-verificar-inscricao']},
+  'todas aceitas pelo módulo': {modulo: TODAS, nativo: ['--sem-verificar-inscricao']},
   'regra de exemplo': {modulo: regraDeExemplo, nativo: ['--inscricao-lib', BIBLIOTECA_EXEMPLO]},
 };
 
@@ -64,7 +68,11 @@ function apagaDoModulo(...caminhos) {
 }
 
 function validaNoModulo(caminho, verificador, argumentos = []) {
-  q.DefinirVerificadorInscricao(verificador);
+  if (verificador === TODAS) {
+    q.AceitarTodasInscricoes();
+  } else {
+    q.DefinirVerificadorInscricao(verificador);
+  }
   const {entrada, trabalho} = naMemoria(caminho);
   const especie = especieDe(caminho);
   const validador = especie === 'notas' ? new q.Validacao() : new q.ValidacaoFichaCadastral();
@@ -208,7 +216,7 @@ describe('validações iguais às do programa nativo', () => {
     for (const caminho of AMOSTRAS_ARQUIVOS) {
       const {m, n, rotulo} = comparaRun(
           caminho,
-          'todas aceitas',
+          'todas aceitas pelo módulo',
           [12.5, 7, 'ORIG', 'TARNWEB', ';;'],
           [
             '--chave-remessa', '12.5', '--chave-processamento', '7', '--origem', 'ORIG',
@@ -227,7 +235,8 @@ describe('validações iguais às do programa nativo', () => {
   });
 
   test('origem A0 só conta os registros dos grupos', () => {
-    const {m} = comparaRun(AMOSTRAS_ARQUIVOS[1], 'todas aceitas', [0, 0, 'A0'], ['--origem', 'A0']);
+    const {m} = comparaRun(
+        AMOSTRAS_ARQUIVOS[1], 'todas aceitas pelo módulo', [0, 0, 'A0'], ['--origem', 'A0']);
     const completa = validaNoModulo(AMOSTRAS_ARQUIVOS[1], () => 0);
     assert.notDeepEqual(m.advertencias, completa.advertencias, 'a origem chegou à biblioteca');
   });

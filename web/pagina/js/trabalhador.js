@@ -67,7 +67,11 @@ function preparaAmbiente(q, objeto, opcoes) {
   }
   // Without the state's library (a page cannot load it) every home-state registration is
   // refused; "todas" accepts them all, as the tool's --sem-verificar-inscricao.
-  q.DefinirVerificadorInscricao(opcoes.inscricao === 'todas' ? () => 0 : null);
+  if (opcoes.inscricao === 'todas') {
+    q.AceitarTodasInscricoes();
+  } else {
+    q.DefinirVerificadorInscricao(null);
+  }
 }
 
 function catalogo(q) {
