@@ -13,36 +13,16 @@
 #include <string>
 
 #include "QuorvValida.h"
+#include "cliente.hpp"
 
 namespace {
 
-int falhas = 0;
-
-void Falha(const char* texto) {
-  ++falhas;
-  std::printf("FALHA: %s\n", texto);
-}
+using cliente::ArgumentosDaValidacao;
+using cliente::Falha;
+using cliente::falhas;
 
 using DllGetClassObjectFn = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
 using DllCanUnloadNowFn = HRESULT(STDAPICALLTYPE*)();
-
-std::wstring Largo(const std::string& texto) {
-  std::wstring resultado(texto.size(), L'\0');
-  const int n = MultiByteToWideChar(CP_UTF8, 0, texto.data(), static_cast<int>(texto.size()),
-                                    resultado.data(), static_cast<int>(resultado.size()));
-  resultado.resize(static_cast<std::size_t>(n));
-  return resultado;
-}
-
-std::string Utf8(BSTR texto) {
-  if (texto == nullptr) return std::string();
-  const int n = WideCharToMultiByte(CP_UTF8, 0, texto, static_cast<int>(SysStringLen(texto)),
-                                    nullptr, 0, nullptr, nullptr);
-  std::string resultado(static_cast<std::size_t>(n), '\0');
-  WideCharToMultiByte(CP_UTF8, 0, texto, static_cast<int>(SysStringLen(texto)), resultado.data(), n,
-                      nullptr, nullptr);
-  return resultado;
-}
 
 template <class Funcao>
 Funcao Entrada(HMODULE dll, const char* nome) {
@@ -105,16 +85,12 @@ int wmain(int argc, wchar_t** argv) {
     std::getline(campos, tipo, '|');
     std::getline(campos, arquivo, '|');
     std::getline(campos, diretorio, '|');
-    BSTR nome = SysAllocString(Largo(arquivo).c_str());
-    BSTR pasta = SysAllocString(Largo(diretorio).c_str());
-    BSTR vazio = SysAllocString(L"");
-    BSTR separador = SysAllocString(L"#");
-    BSTR numero = SysAllocString(L"");
+    ArgumentosDaValidacao a(cliente::Largo(arquivo), cliente::Largo(diretorio));
     short status = -1;
     if (tipo == "notas") {
       _Validacao* v = nullptr;
       fabrica->CreateInstance(nullptr, IID__Validacao, reinterpret_cast<void**>(&v));
-      v->Valida_Dados(nome, &numero, pasta, 0, 0, vazio, vazio, separador, &status);
+      v->Valida_Dados(a.nome, &a.numero, a.pasta, 0, 0, a.vazio, a.vazio, a.separador, &status);
       v->Release();
     } else {
       IClassFactory* fichas = nullptr;
@@ -122,13 +98,12 @@ int wmain(int argc, wchar_t** argv) {
                   reinterpret_cast<void**>(&fichas));
       _ValidacaoFichaCadastral* f = nullptr;
       fichas->CreateInstance(nullptr, IID__ValidacaoFichaCadastral, reinterpret_cast<void**>(&f));
-      f->Valida_Fichas(nome, &numero, pasta, 0, 0, vazio, vazio, separador, &status);
+      f->Valida_Fichas(a.nome, &a.numero, a.pasta, 0, 0, a.vazio, a.vazio, a.separador, &status);
       f->Release();
       fichas->Release();
     }
-    resultado << tipo << '|' << status << '|' << Utf8(numero) << '\n';
-    for (BSTR b : {nome, pasta, vazio, separador, numero})
-      SysFreeString(b);
+    resultado << tipo << '|' << status << '|' << cliente::Utf8({a.numero, SysStringLen(a.numero)})
+              << '\n';
   }
   fabrica->Release();
 
@@ -137,6 +112,5 @@ int wmain(int argc, wchar_t** argv) {
   FreeLibrary(dll);
   if (GetModuleHandleW(argv[1]) == nullptr) Falha("a DLL foi descarregada");
   CoUninitialize();
-  std::printf("%d diferenças\nFIM\n", falhas);
-  return falhas;
+  return cliente::Termina();
 }

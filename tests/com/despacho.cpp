@@ -12,15 +12,11 @@
 #include <vector>
 
 #include "QuorvValida.h"
+#include "cliente.hpp"
 
 namespace {
 
-int falhas = 0;
-
-void Falha(const std::string& texto) {
-  ++falhas;
-  std::printf("FALHA: %s\n", texto.c_str());
-}
+using cliente::Falha;
 
 void Confere(const std::string& descricao, bool certo) {
   if (!certo) Falha(descricao);
@@ -275,6 +271,5 @@ int wmain(int argc, wchar_t** argv) {
   Utilitario(argv[1]);
   Leitor();
   CoUninitialize();
-  std::printf("%d diferenças\nFIM\n", falhas);
-  return falhas;
+  return cliente::Termina();
 }

@@ -1,8 +1,10 @@
 // Progress and FichaProgress as a compiled host sinks them: through IConnectionPointContainer,
 // several sinks at once, one answering only IDispatch, one failing, one disconnecting during the
 // run. Every sink must receive the same values, in the same order, as the library's own callback
-// gives for the same file; a sink that changes the percentage changes what the form run keeps;
-// window messages waiting when the run starts are handled before the first event.
+// gives for the same file; a sink that sets the form run's percentage to -1 stops its events as
+// the callback doing the same does, without changing its result; window messages waiting when the
+// run starts are handled before the first event; a run started from an event is refused with 9;
+// a warning recorded from an event lands in the warnings file where the callback's would.
 // Arguments: an invoice file, a form file, a working folder, and the DllInscE32.dll the component
 // loads (the library's own runs here load it too). Prints one line per difference, then FIM; the
 // exit code is the number of differences.
@@ -17,26 +19,16 @@
 #include <vector>
 
 #include "QuorvValida.h"
+#include "cliente.hpp"
 #include "quorvvalida/geral.hpp"
 #include "quorvvalida/validacao.hpp"
 #include "quorvvalida/validacao_ficha_cadastral.hpp"
 
 namespace {
 
-int falhas = 0;
-
-void Falha(const std::string& texto) {
-  ++falhas;
-  std::printf("FALHA: %s\n", texto.c_str());
-}
-
-std::string Utf8(const wchar_t* texto) {
-  const int tamanho = WideCharToMultiByte(CP_UTF8, 0, texto, -1, nullptr, 0, nullptr, nullptr);
-  std::string resultado(static_cast<std::size_t>(tamanho), '\0');
-  WideCharToMultiByte(CP_UTF8, 0, texto, -1, resultado.data(), tamanho, nullptr, nullptr);
-  resultado.resize(resultado.empty() ? 0 : resultado.size() - 1);
-  return resultado;
-}
+using cliente::ArgumentosDaValidacao;
+using cliente::Falha;
+using cliente::Utf8;
 
 // Messages handled by the test's window, so that a test can tell when the run yielded.
 int mensagensAtendidas = 0;
@@ -210,7 +202,7 @@ void Notas(HWND janela, const std::wstring& arquivo, const std::wstring& trabalh
     quorv::Validacao biblioteca;
     biblioteca.Progress = [&](double& valor) { esperados.push_back(valor); };
     std::string numero;
-    biblioteca.Valida_Dados(Utf8(arquivo.c_str()), numero, Utf8(trabalho.c_str()));
+    biblioteca.Valida_Dados(Utf8(arquivo), numero, Utf8(trabalho));
   }
   if (esperados.empty()) Falha("a biblioteca não deu eventos de notas");
 
@@ -241,13 +233,9 @@ void Notas(HWND janela, const std::wstring& arquivo, const std::wstring& trabalh
   if (conexoes) conexoes->Release();
 
   PostMessageW(janela, WM_USER, 0, 0);
-  BSTR nome = SysAllocString(arquivo.c_str());
-  BSTR pasta = SysAllocString(trabalho.c_str());
-  BSTR vazio = SysAllocString(L"");
-  BSTR separador = SysAllocString(L"#");
-  BSTR numero = SysAllocString(L"");
+  ArgumentosDaValidacao a(arquivo, trabalho);
   short status = -1;
-  validacao->Valida_Dados(nome, &numero, pasta, 0, 0, vazio, vazio, separador, &status);
+  validacao->Valida_Dados(a.nome, &a.numero, a.pasta, 0, 0, a.vazio, a.vazio, a.separador, &status);
   if (status != 1 && status != 0) Falha("status de notas " + std::to_string(status));
   ComparaValores("notas, receptor tipado", tipado.valores, esperados);
   ComparaValores("notas, receptor só IDispatch", despacho.valores, esperados);
@@ -262,7 +250,8 @@ void Notas(HWND janela, const std::wstring& arquivo, const std::wstring& trabalh
   reentrante.validacao = validacao;
   Conecta(ponto, reentrante);
   short statusDeFora = -1;
-  validacao->Valida_Dados(nome, &numero, pasta, 0, 0, vazio, vazio, separador, &statusDeFora);
+  validacao->Valida_Dados(a.nome, &a.numero, a.pasta, 0, 0, a.vazio, a.vazio, a.separador,
+                          &statusDeFora);
   if (reentrante.statusReentrante != 9 || reentrante.numeroReentrante != L"intocado") {
     Falha("uma validação começada durante outra não foi recusada com 9");
   }
@@ -270,8 +259,6 @@ void Notas(HWND janela, const std::wstring& arquivo, const std::wstring& trabalh
   ComparaValores("notas, receptor reentrante", reentrante.valores, esperados);
   ponto->Unadvise(reentrante.cookie);
   ponto->Release();
-  for (BSTR b : {nome, pasta, vazio, separador, numero})
-    SysFreeString(b);
   validacao->Release();
 }
 
@@ -302,7 +289,7 @@ void GravaNoEvento(const std::wstring& arquivo, const std::wstring& trabalho) {
       primeiro = false;
     };
     std::string numero;
-    biblioteca.Valida_Dados(Utf8(arquivo.c_str()), numero, Utf8(pastaDaBiblioteca.c_str()));
+    biblioteca.Valida_Dados(Utf8(arquivo), numero, Utf8(pastaDaBiblioteca));
   }
   _Validacao* validacao = nullptr;
   CoCreateInstance(CLSID_Validacao, nullptr, CLSCTX_INPROC_SERVER, IID__Validacao,
@@ -312,13 +299,9 @@ void GravaNoEvento(const std::wstring& arquivo, const std::wstring& trabalho) {
   Receptor grava(DIID___Validacao, false, Conduta::Grava);
   grava.validacao = validacao;
   Conecta(ponto, grava);
-  BSTR nome = SysAllocString(arquivo.c_str());
-  BSTR pasta = SysAllocString(pastaDoCom.c_str());
-  BSTR vazio = SysAllocString(L"");
-  BSTR separador = SysAllocString(L"#");
-  BSTR numero = SysAllocString(L"");
+  ArgumentosDaValidacao a(arquivo, pastaDoCom);
   short status = -1;
-  validacao->Valida_Dados(nome, &numero, pasta, 0, 0, vazio, vazio, separador, &status);
+  validacao->Valida_Dados(a.nome, &a.numero, a.pasta, 0, 0, a.vazio, a.vazio, a.separador, &status);
   if (!grava.gravouNoEvento) Falha("Gravar_Erro no evento não gravou");
   const std::string esperado = Conteudo(pastaDaBiblioteca + L"\\ADVERTENCIAS.TXT");
   if (esperado.find("201#") == std::string::npos) Falha("a biblioteca não gravou no evento");
@@ -327,8 +310,6 @@ void GravaNoEvento(const std::wstring& arquivo, const std::wstring& trabalho) {
   }
   ponto->Unadvise(grava.cookie);
   ponto->Release();
-  for (BSTR b : {nome, pasta, vazio, separador, numero})
-    SysFreeString(b);
   validacao->Release();
 }
 
@@ -342,13 +323,12 @@ void Fichas(const std::wstring& arquivo, const std::wstring& trabalho) {
     quorv::ValidacaoFichaCadastral biblioteca;
     std::string numero;
     biblioteca.FichaProgress = [&](double& valor) { esperados.push_back(valor); };
-    statusSemEventos =
-        biblioteca.Valida_Fichas(Utf8(arquivo.c_str()), numero, Utf8(trabalho.c_str()));
+    statusSemEventos = biblioteca.Valida_Fichas(Utf8(arquivo), numero, Utf8(trabalho));
     biblioteca.FichaProgress = [&](double& valor) {
       esperadosMudando.push_back(valor);
       valor = -1;
     };
-    biblioteca.Valida_Fichas(Utf8(arquivo.c_str()), numero, Utf8(trabalho.c_str()));
+    biblioteca.Valida_Fichas(Utf8(arquivo), numero, Utf8(trabalho));
   }
   if (esperadosMudando.size() != 1) Falha("a biblioteca não parou os eventos depois de -1");
 
@@ -360,30 +340,24 @@ void Fichas(const std::wstring& arquivo, const std::wstring& trabalho) {
   }
   IConnectionPoint* ponto = PontoDe(fichas, DIID___ValidacaoFichaCadastral);
   if (ponto == nullptr) return;
-  BSTR nome = SysAllocString(arquivo.c_str());
-  BSTR pasta = SysAllocString(trabalho.c_str());
-  BSTR vazio = SysAllocString(L"");
-  BSTR separador = SysAllocString(L"#");
-  BSTR numero = SysAllocString(L"");
+  ArgumentosDaValidacao a(arquivo, trabalho);
   short status = -1;
 
   Receptor anota(DIID___ValidacaoFichaCadastral, true, Conduta::Anota);
   Conecta(ponto, anota);
-  fichas->Valida_Fichas(nome, &numero, pasta, 0, 0, vazio, vazio, separador, &status);
+  fichas->Valida_Fichas(a.nome, &a.numero, a.pasta, 0, 0, a.vazio, a.vazio, a.separador, &status);
   ComparaValores("fichas", anota.valores, esperados);
   if (status != statusSemEventos) Falha("status de fichas " + std::to_string(status));
   ponto->Unadvise(anota.cookie);
 
   Receptor muda(DIID___ValidacaoFichaCadastral, false, Conduta::MudaParaMenosUm);
   Conecta(ponto, muda);
-  fichas->Valida_Fichas(nome, &numero, pasta, 0, 0, vazio, vazio, separador, &status);
+  fichas->Valida_Fichas(a.nome, &a.numero, a.pasta, 0, 0, a.vazio, a.vazio, a.separador, &status);
   ComparaValores("fichas, receptor que muda o valor", muda.valores, esperadosMudando);
   if (status != statusSemEventos) Falha("o valor mudado alterou o status");
   ponto->Unadvise(muda.cookie);
 
   ponto->Release();
-  for (BSTR b : {nome, pasta, vazio, separador, numero})
-    SysFreeString(b);
   fichas->Release();
 }
 
@@ -408,6 +382,5 @@ int wmain(int argc, wchar_t** argv) {
   Fichas(argv[2], argv[3]);
   DestroyWindow(janela);
   CoUninitialize();
-  std::printf("%d diferenças\nFIM\n", falhas);
-  return falhas;
+  return cliente::Termina();
 }

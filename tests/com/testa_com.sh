@@ -73,22 +73,22 @@ cscript() {
   roda_ate_o_fim "C:\\windows\\$QV_SISTEMA\\cscript.exe" //nologo "$(winepath -w "$pronto")" "$@"
 }
 
+# Every identifier the IDL gives the component, as an extended regular expression.
+identificadores=$(grep -o 'uuid([0-9A-Fa-f-]*)' "$QV_IDL" | sed 's/uuid(\(.*\))/\1/' | paste -sd '|')
+
 # Lists the component's keys in a registry branch: every line of the export that names one of
 # its identifiers or its ProgIDs.
 chaves_do_componente() {
   local ramo=$1 arquivo
   arquivo=$(mktemp)
   wine_ regedit /E "$(winepath -w "$arquivo")" "$ramo" >/dev/null 2>&1 || true
-  local padrao
-  padrao=$(grep -o 'uuid([0-9A-Fa-f-]*)' "$QV_IDL" |
-    sed 's/uuid(\(.*\))/\1/' | paste -sd '|')
   iconv -f UTF-16LE -t UTF-8 "$arquivo" 2>/dev/null | tr -d '\r' |
-    grep -iE "$padrao|QuorvValida\." || true
+    grep -iE "$identificadores|QuorvValida\." || true
   rm -f "$arquivo"
 }
 
 winepath() {
-  WINEPREFIX="$QV_PREFIXO" "$QV_WINE" winepath "$@" 2>/dev/null | tr -d '\r'
+  wine_ winepath "$@" 2>/dev/null | tr -d '\r'
 }
 
 gera() {
@@ -307,13 +307,11 @@ direto() {
     local dir
     dir=$(pasta "direto-$i")
     printf '%s|%s\\%s.txt|%s\n' "$tipo" "$dados" "$arquivo" "$dir" >>"$tarefas"
-    mkdir -p "$comparar-direto/$i"
     # No state-registration library on the loader's path: every home-state registration refused.
-    env -u LD_LIBRARY_PATH "$quorvvalida" "$tipo" "$dados_linux/$arquivo.txt" \
-      -d "$comparar-direto/$i" --json 2>/dev/null | python3 -c '
-import json, sys
-d = json.load(sys.stdin)
-print("%s|%s|%s" % (sys.argv[1], d["status"], d["numero_remessa"]))' "$tipo" >>"$esperado" || true
+    (
+      unset LD_LIBRARY_PATH
+      nativo "$tipo" "$dados_linux/$arquivo.txt" "$comparar-direto/$i"
+    ) >>"$esperado"
   done
   roda_ate_o_fim "$QV_CLIENTES/cliente_direto.exe" 'C:\SemInscricao\QuorvValida.dll' \
     "$(winepath -w "$tarefas")" "$(winepath -w "$comparar-direto/resultado.txt")"
