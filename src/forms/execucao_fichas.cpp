@@ -6,7 +6,6 @@
 #include <cmath>
 #include <limits>
 #include <optional>
-#include <system_error>
 
 #include "component/files/caminhos.hpp"
 #include "component/shared/cp1252.hpp"
@@ -113,13 +112,6 @@ Tratador TratadorDaSolicitacao(int16_t tr) {
   }
 }
 
-// True when the two files are one and the same, so that creating the warnings file would empty
-// the file to be validated.
-bool MesmoArquivo(const std::string& a, const std::string& b) {
-  std::error_code erro;
-  return std::filesystem::equivalent(caminhos::Caminho(a), caminhos::Caminho(b), erro);
-}
-
 }  // namespace
 
 int16_t ExecucaoFichas::Executa(ValidacaoFichaCadastral& dono, const ArgumentosFichas& argumentos,
@@ -145,7 +137,7 @@ int16_t ExecucaoFichas::Executa(ValidacaoFichaCadastral& dono, const ArgumentosF
   // A warnings file that is the input itself would be emptied before it is read: such a run is
   // refused before anything is opened or deleted.
   const std::string advertencias = caminhos::Advertencias(diretorio_);
-  if (MesmoArquivo(argumentos.arquivo, advertencias)) {
+  if (caminhos::MesmoArquivo(argumentos.arquivo, advertencias)) {
     falha_ = Falha::EntradaEhAdvertencias;
     return 9;
   }

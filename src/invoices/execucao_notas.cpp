@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <system_error>
 
 #include "component/files/caminhos.hpp"
 #include "component/shared/cp1252.hpp"
@@ -86,13 +85,6 @@ bool TipoConhecido(int tipo) {
   }
 }
 
-// True when the two files are one and the same, so that the warnings file would overwrite
-// the file being validated.
-bool MesmoArquivo(const std::string& a, const std::string& b) {
-  std::error_code erro;
-  return std::filesystem::equivalent(caminhos::Caminho(a), caminhos::Caminho(b), erro);
-}
-
 }  // namespace
 
 int16_t ExecucaoNotas::Executa(const ArgumentosNotas& argumentos, std::string& numeroRemessa,
@@ -103,8 +95,10 @@ int16_t ExecucaoNotas::Executa(const ArgumentosNotas& argumentos, std::string& n
     falha_ = Falha::DiretorioInexistente;
     return 9;
   }
+  // A warnings file that is the input itself would overwrite it before it is read: such a run
+  // is refused before anything is opened or deleted.
   caminhoAdvertencias_ = caminhos::Advertencias(argumentos.diretorio);
-  if (MesmoArquivo(argumentos.arquivo, caminhoAdvertencias_)) {
+  if (caminhos::MesmoArquivo(argumentos.arquivo, caminhoAdvertencias_)) {
     falha_ = Falha::EntradaEhAdvertencias;
     return 9;
   }

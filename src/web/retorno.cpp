@@ -153,17 +153,26 @@ bool Relata(TipoRetorno tipo, const std::string& diretorio, const std::string& n
   return false;
 }
 
+bool Conclui(TipoRetorno tipo, const std::string& diretorio, const std::string& nomeRetorno,
+             std::string_view numeroRemessa, Falha& falha) {
+  if (falha == Falha::EntradaEhAdvertencias) return false;
+  Falha retorno = Falha::Nenhuma;
+  const bool resultado = Relata(tipo, diretorio, nomeRetorno, numeroRemessa, &retorno);
+  if (falha == Falha::Nenhuma) falha = retorno;
+  return resultado;
+}
+
 namespace {
 
 bool MesmoLugar(const std::string& a, const std::string& b) {
-  const std::filesystem::path caminhoA = caminhos::Caminho(a);
-  const std::filesystem::path caminhoB = caminhos::Caminho(b);
-  std::error_code erro;
-  if (std::filesystem::equivalent(caminhoA, caminhoB, erro)) return true;
+  if (caminhos::MesmoArquivo(a, b)) return true;
   // A file that does not exist yet is compared by where its path leads.
-  const std::filesystem::path resolvidoA = std::filesystem::weakly_canonical(caminhoA, erro);
+  std::error_code erro;
+  const std::filesystem::path resolvidoA =
+      std::filesystem::weakly_canonical(caminhos::Caminho(a), erro);
   if (erro) return false;
-  const std::filesystem::path resolvidoB = std::filesystem::weakly_canonical(caminhoB, erro);
+  const std::filesystem::path resolvidoB =
+      std::filesystem::weakly_canonical(caminhos::Caminho(b), erro);
   return !erro && resolvidoA == resolvidoB;
 }
 

@@ -30,6 +30,13 @@ bool GravaRetorno(TipoRetorno tipo, const std::string& caminhoAdvertencias,
 bool Relata(TipoRetorno tipo, const std::string& diretorio, const std::string& nomeRetorno,
             std::string_view numeroRemessa, Falha* falha = nullptr);
 
+// The facade's answer once its run is over, `falha` holding the run's failure. A run that found
+// the input to be its own warnings file answers false: that file is never read into a return file
+// nor deleted. Otherwise Relata's answer; `falha` keeps the run's failure, or receives the return
+// file's when the run had none.
+bool Conclui(TipoRetorno tipo, const std::string& diretorio, const std::string& nomeRetorno,
+             std::string_view numeroRemessa, Falha& falha);
+
 // True when the return file, at the plain concatenation directory + name, would be the file to
 // validate or the directory's warnings file, by identity when the files exist (links, "./" and
 // ".." included) and by their resolved paths otherwise: writing it would destroy what it is made

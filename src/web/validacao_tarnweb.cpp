@@ -57,14 +57,8 @@ bool ValidacaoTarnWEB::Valida_Dados_Tarnweb(const std::string& sFilePath,
     const std::string origem = programaChamador_.empty() ? "A0" : programaChamador_;
     validacao.Valida_Dados(sFilePath, nNumeroRemessa, sDirTrabalho, 0, 0, origem, "", "#");
     falha_ = validacao.UltimaFalha();
-    // The warnings file found there is then the input itself, which is never read into a
-    // return file nor deleted.
-    if (falha_ == Falha::EntradaEhAdvertencias) return false;
-    Falha retorno = Falha::Nenhuma;
-    const bool resultado =
-        web::Relata(web::TipoRetorno::kNotas, sDirTrabalho, sFileRetorno, nNumeroRemessa, &retorno);
-    if (falha_ == Falha::Nenhuma) falha_ = retorno;
-    return resultado;
+    return web::Conclui(web::TipoRetorno::kNotas, sDirTrabalho, sFileRetorno, nNumeroRemessa,
+                        falha_);
   } catch (...) {
     falha_ = Falha::FalhaInterna;
     return false;

@@ -27,18 +27,12 @@ bool ValidacaoTarnWEB::Valida_Dados_Ficha_Cadastral(const std::string& sFilePath
     const std::string servidor = !retorno && programaChamador_.empty() ? "TARNWEB" : "";
     const int16_t status = validacao.Valida_Fichas(sFilePath, nNumeroRemessa, sDirTrabalho, 0, 0,
                                                    origem, servidor, "#");
+    falha_ = validacao.UltimaFalha();
+    if (status == 0) return true;
     // A form run ends with 8 even on a clean file, so only a warnings file tells; a run that
     // failed without leaving one (a missing file: 9) answers true all the same. Deliberate.
-    falha_ = validacao.UltimaFalha();
-    // The warnings file found there is then the input itself, which is never read into a
-    // return file nor deleted.
-    if (falha_ == Falha::EntradaEhAdvertencias) return false;
-    if (status == 0) return true;
-    Falha falhaDoRetorno = Falha::Nenhuma;
-    const bool resultado = web::Relata(web::TipoRetorno::kFichas, sDirTrabalho, sFileRetorno,
-                                       nNumeroRemessa, &falhaDoRetorno);
-    if (falha_ == Falha::Nenhuma) falha_ = falhaDoRetorno;
-    return resultado;
+    return web::Conclui(web::TipoRetorno::kFichas, sDirTrabalho, sFileRetorno, nNumeroRemessa,
+                        falha_);
   } catch (...) {
     falha_ = Falha::FalhaInterna;
     return false;

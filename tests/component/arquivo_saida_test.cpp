@@ -2,25 +2,21 @@
 // device where every write fails, at the write that hands its buffer over or at the closing.
 #include "component/files/arquivo_saida.hpp"
 
-#include <filesystem>
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "arquivos.hpp"
+#include "robustez.hpp"
 
 namespace quorv::teste {
 namespace {
 
-bool TemDispositivoCheio() {
-  std::error_code erro;
-  return std::filesystem::is_character_file("/dev/full", erro);
-}
-
 TEST(ArquivoSaida, PoucoQueFicaNoBufferFalhaAoFechar) {
-  if (!TemDispositivoCheio()) GTEST_SKIP() << "sem /dev/full";
+  const std::string cheio = DispositivoCheio();
+  if (cheio.empty()) GTEST_SKIP() << "sem /dev/full";
   ArquivoSaida saida;
-  ASSERT_TRUE(saida.Criar("/dev/full"));
+  ASSERT_TRUE(saida.Criar(cheio));
   EXPECT_TRUE(saida.Escreve("uma linha\r\n"));
   EXPECT_FALSE(saida.Falhou());
   EXPECT_FALSE(saida.Fechar());
@@ -28,9 +24,10 @@ TEST(ArquivoSaida, PoucoQueFicaNoBufferFalhaAoFechar) {
 }
 
 TEST(ArquivoSaida, MuitoFalhaNaEscritaQueEsvaziaOBuffer) {
-  if (!TemDispositivoCheio()) GTEST_SKIP() << "sem /dev/full";
+  const std::string cheio = DispositivoCheio();
+  if (cheio.empty()) GTEST_SKIP() << "sem /dev/full";
   ArquivoSaida saida;
-  ASSERT_TRUE(saida.Criar("/dev/full"));
+  ASSERT_TRUE(saida.Criar(cheio));
   const std::string linha(300, 'x');
   bool todas = true;
   for (std::size_t escritos = 0; escritos <= ArquivoSaida::kBuffer; escritos += linha.size())
@@ -43,8 +40,8 @@ TEST(ArquivoSaida, MuitoFalhaNaEscritaQueEsvaziaOBuffer) {
 TEST(ArquivoSaida, ArquivoComumNaoFalhaECriarDeNovoEsqueceAFalha) {
   DiretorioTemporario diretorio;
   ArquivoSaida saida;
-  if (TemDispositivoCheio()) {
-    ASSERT_TRUE(saida.Criar("/dev/full"));
+  if (const std::string cheio = DispositivoCheio(); !cheio.empty()) {
+    ASSERT_TRUE(saida.Criar(cheio));
     saida.Escreve("x");
     saida.Fechar();
     ASSERT_TRUE(saida.Falhou());

@@ -31,6 +31,11 @@ bool Existe(std::string_view utf8) {
   return !utf8.empty() && std::filesystem::exists(Caminho(utf8), erro);
 }
 
+bool MesmoArquivo(std::string_view a, std::string_view b) {
+  std::error_code erro;
+  return std::filesystem::equivalent(Caminho(a), Caminho(b), erro);
+}
+
 void Apaga(std::string_view utf8) {
   const std::filesystem::path caminho = Caminho(utf8);
   std::error_code erro;

@@ -23,6 +23,10 @@ std::string Advertencias(std::string_view diretorio);
 // True when the text names an existing file or directory.
 bool Existe(std::string_view utf8);
 
+// True when both texts name one and the same existing file (links, "./" and case-folding file
+// systems included), so that writing to one would change the other.
+bool MesmoArquivo(std::string_view a, std::string_view b);
+
 // Deletes a file; a file that is not there is no failure, and a directory is left alone.
 void Apaga(std::string_view utf8);
 
