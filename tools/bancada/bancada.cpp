@@ -298,7 +298,6 @@ struct MemoriaJson {
   std::uint64_t advertencias = 0;
   long validacaoKiB = 0;
   long listaKiB = 0;
-  double listaSegundos = 0;
 };
 
 MemoriaJson MedeMemoriaJson(const Opcoes& opcoes) {
@@ -320,7 +319,6 @@ MemoriaJson MedeMemoriaJson(const Opcoes& opcoes) {
         Executa({opcoes.programa, "advertencias", "notas", advertencias.string(), "--json"});
     if (lista.codigo != 0) throw std::runtime_error("a lista das advertências falhou");
     memoria.listaKiB = std::max(memoria.listaKiB, lista.memoriaKiB);
-    memoria.listaSegundos = lista.segundos;
   }
   memoria.bytesAdvertencias = Tamanho(advertencias);
   memoria.advertencias = ContaLinhas(advertencias);

@@ -48,11 +48,11 @@ class Linhas {
   std::map<std::string, std::uint64_t, std::less<>> parciais_;
 };
 
-// Writes an invoice file of about `linhas` lines; with `defeitos` most records carry several
+// Writes an invoice file of about `quantas` lines; with `defeitos` most records carry several
 // faults, but the frame and the counts stay right so that the whole file is read.
 void GeraNotas(std::FILE* saida, std::uint64_t quantas, bool defeitos);
 
-// Writes a registration-form file of about `linhas` lines, clean or with faults.
+// Writes a registration-form file of about `quantas` lines, clean or with faults.
 void GeraFichas(std::FILE* saida, std::uint64_t quantas, bool defeitos);
 
 }  // namespace quorv::gerador

@@ -38,7 +38,7 @@ std::string Mensagem(Tipo tipo, int codigo) {
 }  // namespace
 
 std::uint64_t LeAdvertencias(const std::string& caminho, const std::string& separador, Tipo tipo,
-                             const std::function<void(const Advertencia&)>& cada) {
+                             const std::function<bool(const Advertencia&)>& cada) {
   std::ifstream entrada(std::filesystem::u8path(caminho), std::ios::binary);
   const std::string sep = cp1252::DeUtf8(separador);
   const std::size_t larguraTR = tipo == Tipo::kNotas ? 2 : 3;
@@ -71,7 +71,7 @@ std::uint64_t LeAdvertencias(const std::string& caminho, const std::string& sepa
     advertencia.linhaNumero = Inteiro<long long>(advertencia.linha);
     advertencia.mensagem =
         advertencia.codigoNumero ? Mensagem(tipo, *advertencia.codigoNumero) : std::string();
-    cada(advertencia);
+    if (!cada(advertencia)) break;
   }
   return total;
 }

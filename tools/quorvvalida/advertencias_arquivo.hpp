@@ -21,9 +21,10 @@ struct Advertencia {
   std::string mensagem;  // the catalogue's text
 };
 
-// Calls `cada` for every warning of the file, in order, and answers how many there were.
+// Calls `cada` for the warnings of the file, in order, until it answers false; answers how many
+// it was given.
 std::uint64_t LeAdvertencias(const std::string& caminho, const std::string& separador, Tipo tipo,
-                             const std::function<void(const Advertencia&)>& cada);
+                             const std::function<bool(const Advertencia&)>& cada);
 
 // What a file holds when it is read as a warnings file split at "#", as the library's readers
 // split it: every line code, key, key, the warned line and its number, the warned line 160 bytes

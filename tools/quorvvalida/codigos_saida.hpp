@@ -2,9 +2,6 @@
 #ifndef QUORVVALIDA_TOOLS_CODIGOS_SAIDA_HPP_
 #define QUORVVALIDA_TOOLS_CODIGOS_SAIDA_HPP_
 
-#include <cstddef>
-#include <iterator>
-
 namespace quorv::ferramenta {
 
 inline constexpr int kAceito = 0;             // validated, no warnings file remains
@@ -27,8 +24,6 @@ inline constexpr CodigoSaida kCodigosSaida[] = {
      "falha de gravação"},
     {kErroInterno, "erro interno"},
 };
-
-inline constexpr std::size_t kQuantosCodigosSaida = std::size(kCodigosSaida);
 
 // Of two exit codes of a batch, the one that tells the worse outcome: the higher.
 constexpr int PiorCodigo(int a, int b) {

@@ -145,6 +145,8 @@ bool EscreveValidacao(Escritor& escritor, const ResultadoValidacao& resultado) {
                          escritas++ == 0 ? "" : ",", advertencia.codigoNumero.value_or(0),
                          advertencia.linhaNumero.value_or(0), Texto(advertencia.tr),
                          Texto(advertencia.mensagem)));
+                     // Once the output is lost, reading on would change nothing.
+                     return !escritor.Falhou();
                    });
   }
   escritor.Escreve("]");

@@ -212,7 +212,7 @@ int ValidaArquivos(std::optional<Tipo> tipo, const OpcoesValidacao& opcoes, cons
     if (emLote && i > 0 && !gerais.json && !gerais.quieto) std::fputc('\n', stdout);
     if (desfecho.validacao) {
       relator.Validacao(*desfecho.validacao);
-      if (!desfecho.validacao->caminhoAdvertencias.empty()) {
+      if (emLote && !desfecho.validacao->caminhoAdvertencias.empty()) {
         resumo.totalAdvertencias += ContaLinhas(desfecho.validacao->caminhoAdvertencias);
       }
     } else {

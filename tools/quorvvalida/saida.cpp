@@ -51,8 +51,7 @@ void ImprimeResumo(const ResultadoValidacao& resultado, std::uint64_t limite) {
   const bool temAdvertencias = !resultado.caminhoAdvertencias.empty();
   std::uint64_t total = 0;
   if (temAdvertencias) {
-    total = LeAdvertencias(resultado.caminhoAdvertencias, resultado.separador, resultado.tipo,
-                           [](const Advertencia&) {});
+    total = ContaLinhas(resultado.caminhoAdvertencias);
   }
   // How the component's callers judge a run: by the warnings file, not by the status.
   const char* veredito = resultado.erro    ? "não validado"
@@ -77,10 +76,10 @@ void ImprimeResumo(const ResultadoValidacao& resultado, std::uint64_t limite) {
   std::uint64_t impressas = 0;
   LeAdvertencias(resultado.caminhoAdvertencias, resultado.separador, resultado.tipo,
                  [&](const Advertencia& advertencia) {
-                   if (limite != 0 && impressas >= limite) return;
                    ++impressas;
                    fmt::print("{:>8}  {:>6}  {:<3}  {}\n", advertencia.linha, advertencia.codigo,
                               advertencia.tr, advertencia.mensagem);
+                   return limite == 0 || impressas < limite;
                  });
   if (impressas < total) {
     fmt::print("... e mais {} advertências (veja {})\n", total - impressas,

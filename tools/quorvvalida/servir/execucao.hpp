@@ -1,10 +1,8 @@
 // What a request's run needs around the tool's own commands: a working directory of its own for
-// the thread that serves it, and the count of a file's lines.
+// the thread that serves it.
 #ifndef QUORVVALIDA_TOOLS_SERVIR_EXECUCAO_HPP_
 #define QUORVVALIDA_TOOLS_SERVIR_EXECUCAO_HPP_
 
-#include <cstddef>
-#include <cstdint>
 #include <string>
 
 namespace quorv::servico {
@@ -17,12 +15,6 @@ bool EntraNoDiretorio(const std::string& diretorio);
 
 // True when threads can have working directories of their own on this system.
 bool DiretoriosPorFio(std::string& erro);
-
-// The line feeds in a block of bytes.
-std::uint64_t ContaQuebras(const char* dados, std::size_t tamanho);
-
-// Lines of a file (its line feeds, one more when the last line has none); 0 when it is missing.
-std::uint64_t ContaLinhas(const std::string& caminho);
 
 }  // namespace quorv::servico
 

@@ -6,12 +6,22 @@
 #include <cerrno>
 #include <cstring>
 
-#include "execucao.hpp"
-
 namespace quorv::servico {
 namespace {
 
 constexpr std::size_t kBuffer = std::size_t{256} * 1024;
+
+// The line feeds in a block of bytes.
+std::uint64_t ContaQuebras(const char* dados, std::size_t tamanho) {
+  std::uint64_t quebras = 0;
+  const char* const fim = dados + tamanho;
+  for (const void* quebra = std::memchr(dados, '\n', tamanho); quebra != nullptr;) {
+    ++quebras;
+    const char* depois = static_cast<const char*>(quebra) + 1;
+    quebra = std::memchr(depois, '\n', static_cast<std::size_t>(fim - depois));
+  }
+  return quebras;
+}
 
 }  // namespace
 

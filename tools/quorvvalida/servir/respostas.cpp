@@ -11,6 +11,7 @@
 #include <fmt/core.h>
 #include <nlohmann/json.hpp>
 
+#include "advertencias_arquivo.hpp"
 #include "codigos_saida.hpp"
 #include "comandos.hpp"
 #include "documentos.hpp"
@@ -191,8 +192,9 @@ void Servidor::Valida(const Rota& rota, const Request& req, Response& res,
   vaga->AguardaTrabalhador();
   const ferramenta::ResultadoValidacao resultado = ferramenta::ValidaUm(
       kArquivo, kArquivo, tipo, opcoes.diretorio, opcoes, GeraisDe(parametros), {});
-  const std::uint64_t advertencias =
-      resultado.caminhoAdvertencias.empty() ? 0 : ContaLinhas(resultado.caminhoAdvertencias);
+  const std::uint64_t advertencias = resultado.caminhoAdvertencias.empty()
+                                         ? 0
+                                         : ferramenta::ContaLinhas(resultado.caminhoAdvertencias);
   vaga.reset();
   metricas_.Validacao(ferramenta::NomeDoTipo(tipo), recepcao.Bytes(), recepcao.Linhas(),
                       static_cast<std::int64_t>(advertencias));

@@ -20,6 +20,7 @@
 
 #include "argumentos.hpp"
 #include "codigos_saida.hpp"
+#include "comandos.hpp"
 #include "configuracao.hpp"
 #include "execucao.hpp"
 #include "quorvvalida/quorvvalida.hpp"
@@ -250,10 +251,7 @@ int Servir(int argc, char** argv) {
     DefinirVerificadorInscricao(
         [](const std::string&, const std::string&) { return static_cast<int16_t>(0); });
   } else if (!VerificadorInscricaoDisponivel()) {
-    Erro(
-        "aviso: a biblioteca de inscrição estadual (libDllInscE32.so) não foi encontrada; toda "
-        "inscrição estadual de QZ será recusada. Informe-a com --inscricao-lib CAMINHO ou "
-        "LD_LIBRARY_PATH.");
+    Erro(ferramenta::kSemInscricao);
   }
   std::unique_ptr<DiretorioTemporario> base =
       DiretorioTemporario::Cria(configuracao.diretorioTemporario, "quorvvalida-servir.", erro);
