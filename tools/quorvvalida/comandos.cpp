@@ -312,7 +312,7 @@ int ValidaWeb(const OpcoesWeb& opcoes, Relator& relator) {
   return resultado.codigoSaida;
 }
 
-int MostraMensagem(Tipo tipo, int codigo, Relator& relator) {
+ResultadoMensagem BuscaMensagem(Tipo tipo, int codigo) {
   ResultadoMensagem resultado;
   resultado.tipo = tipo;
   resultado.codigo = codigo;
@@ -327,6 +327,11 @@ int MostraMensagem(Tipo tipo, int codigo, Relator& relator) {
     resultado.conhecido = !resultado.mensagem.empty();
   }
   resultado.codigoSaida = resultado.conhecido ? kAceito : kComAdvertencias;
+  return resultado;
+}
+
+int MostraMensagem(Tipo tipo, int codigo, Relator& relator) {
+  const ResultadoMensagem resultado = BuscaMensagem(tipo, codigo);
   relator.Mensagem(resultado);
   return resultado.codigoSaida;
 }

@@ -95,6 +95,10 @@ int ValidaArquivos(std::optional<Tipo> tipo, const OpcoesValidacao& opcoes, cons
 // Runs the web facade and reports where its return file went.
 int ValidaWeb(const OpcoesWeb& opcoes, Relator& relator);
 
+// The catalogue's text of a warning code, whether the catalogue holds the code, and the exit code
+// that tells it.
+ResultadoMensagem BuscaMensagem(Tipo tipo, int codigo);
+
 // Prints the catalogue's text of a warning code.
 int MostraMensagem(Tipo tipo, int codigo, Relator& relator);
 

@@ -58,6 +58,17 @@ ferramenta::OpcoesGerais GeraisDe(const Parametros& parametros) {
   return gerais;
 }
 
+// A catalogue's answer as the tool's JSON object, one line.
+std::string ObjetoMensagem(const ferramenta::ResultadoMensagem& resultado) {
+  std::string objeto;
+  ferramenta::json_v1::Escritor escritor([&objeto](std::string_view bytes) {
+    objeto.append(bytes);
+    return true;
+  });
+  ferramenta::json_v1::EscreveMensagem(escritor, resultado);
+  return objeto;
+}
+
 // A JSON object the tool wrote into a file of the request's directory.
 std::optional<nlohmann::json> LeObjeto(const std::string& caminho) {
   std::error_code erro;
@@ -349,16 +360,11 @@ void Servidor::PreparaCatalogos() {
         tipo == ferramenta::Tipo::kNotas ? catalogoNotasTexto_ : catalogoFichasTexto_;
     json = "[";
     for (int codigo = INT16_MIN; codigo <= INT16_MAX; ++codigo) {
-      std::string objeto;
-      ferramenta::Relator relator(GeraisDe({}), [&objeto](std::string_view bytes) {
-        objeto.append(bytes);
-        return true;
-      });
-      if (ferramenta::MostraMensagem(tipo, codigo, relator) != ferramenta::kAceito) continue;
+      const ferramenta::ResultadoMensagem resultado = ferramenta::BuscaMensagem(tipo, codigo);
+      if (!resultado.conhecido) continue;
       if (json.size() > 1) json += ",";
-      json += objeto;
-      texto += fmt::format("{}\t{}\n", codigo,
-                           nlohmann::json::parse(objeto).value("mensagem", std::string()));
+      json += ObjetoMensagem(resultado);
+      texto += fmt::format("{}\t{}\n", codigo, resultado.mensagem);
     }
     json += "]\n";
   }
@@ -375,20 +381,14 @@ void Servidor::Consulta(const Rota& rota, const Request& req, Response& res) {
         RespondeProblema(res, 400, "uso", ferramenta::CodigoInvalido(ParaRegistro(escrito)), false);
         return;
       }
-      std::string objeto;
-      ferramenta::Relator relator(GeraisDe({}), [&objeto](std::string_view bytes) {
-        objeto.append(bytes);
-        return true;
-      });
-      ferramenta::MostraMensagem(rota.destino == Destino::kMensagemNotas
-                                     ? ferramenta::Tipo::kNotas
-                                     : ferramenta::Tipo::kFichas,
-                                 *codigo, relator);
+      const ferramenta::ResultadoMensagem resultado = ferramenta::BuscaMensagem(
+          rota.destino == Destino::kMensagemNotas ? ferramenta::Tipo::kNotas
+                                                  : ferramenta::Tipo::kFichas,
+          *codigo);
       if (texto) {
-        res.set_content(nlohmann::json::parse(objeto).value("mensagem", std::string()) + "\n",
-                        "text/plain; charset=utf-8");
+        res.set_content(resultado.mensagem + "\n", "text/plain; charset=utf-8");
       } else {
-        res.set_content(objeto, kJson);
+        res.set_content(ObjetoMensagem(resultado), kJson);
       }
       return;
     }
