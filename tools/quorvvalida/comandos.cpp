@@ -211,25 +211,31 @@ ResultadoValidacao ValidaUm(const std::string& mostrado, const std::string& cami
   return resultado;
 }
 
-int ValidaWeb(const OpcoesWeb& opcoes, Relator& relator) {
-  ResultadoWeb resultado;
+int ValidaWeb(const OpcoesWeb& opcoes, Relator& relator, ResultadoWeb* saida) {
+  ResultadoWeb descartado;
+  ResultadoWeb& resultado = saida != nullptr ? *saida : descartado;
+  // A failure before the facade runs: told as an error object.
+  const auto recusa = [&](const Erro& erro, int codigoSaida) {
+    resultado.erro = erro;
+    resultado.codigoSaida = codigoSaida;
+    return relator.Falha(erro, codigoSaida, opcoes.arquivo);
+  };
   resultado.arquivo = opcoes.arquivo;
   resultado.diretorio = opcoes.diretorio;
   resultado.incluiTextoRetorno = opcoes.incluiTextoRetorno;
   if (!opcoes.tipo) {
     const Identificacao identificacao = IdentificaTipo(opcoes.arquivo);
     if (!identificacao.aberto) {
-      return relator.Falha({"entrada_inacessivel", MotivoDaEntrada(opcoes.arquivo)},
-                           kFalhaEntradaSaida, opcoes.arquivo);
+      return recusa({"entrada_inacessivel", MotivoDaEntrada(opcoes.arquivo)}, kFalhaEntradaSaida);
     }
     if (!identificacao.identificado) {
-      return relator.Falha(
+      return recusa(
           {"tipo_nao_identificado",
            fmt::format("não foi possível identificar o tipo do arquivo {}: a primeira linha tem "
                        "{} caracteres, e são esperados 160 (notas fiscais de produtor) ou 260 "
                        "(ficha cadastral); informe --tipo P ou --tipo F",
                        opcoes.arquivo, identificacao.comprimento)},
-          kUsoIncorreto, opcoes.arquivo);
+          kUsoIncorreto);
     }
     resultado.tipo = identificacao.tipo;
   } else if (*opcoes.tipo == "P") {
@@ -247,20 +253,20 @@ int ValidaWeb(const OpcoesWeb& opcoes, Relator& relator) {
   std::error_code erro;
   const fs::path pasta = retorno.has_parent_path() ? retorno.parent_path() : fs::path(".");
   if (fs::is_directory(diretorio, erro) && !fs::is_directory(pasta, erro)) {
-    return relator.Falha({"pasta_retorno_inexistente",
-                          "a pasta do arquivo de retorno não existe: " + pasta.u8string()},
-                         kFalhaEntradaSaida, opcoes.arquivo);
+    return recusa({"pasta_retorno_inexistente",
+                   "a pasta do arquivo de retorno não existe: " + pasta.u8string()},
+                  kFalhaEntradaSaida);
   }
   // Both sides absolute: a relative path of a file not yet there would not compare with the
   // directory's ("RETORNO.TXT" against ".").
   const fs::path relativo =
       fs::absolute(retorno, erro).lexically_relative(fs::absolute(diretorio, erro));
   if (erro || relativo.empty()) {
-    return relator.Falha({"pasta_retorno_inexistente",
-                          "o arquivo de retorno não pode ser alcançado a partir do diretório de "
-                          "trabalho: " +
-                              retorno.u8string()},
-                         kFalhaEntradaSaida, opcoes.arquivo);
+    return recusa({"pasta_retorno_inexistente",
+                   "o arquivo de retorno não pode ser alcançado a partir do diretório de "
+                   "trabalho: " +
+                       retorno.u8string()},
+                  kFalhaEntradaSaida);
   }
   const std::string nome =
       std::string(1, static_cast<char>(fs::path::preferred_separator)) + relativo.u8string();

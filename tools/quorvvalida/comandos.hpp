@@ -92,8 +92,9 @@ ResultadoValidacao ValidaUm(const std::string& mostrado, const std::string& cami
 int ValidaArquivos(std::optional<Tipo> tipo, const OpcoesValidacao& opcoes, const OpcoesLote& lote,
                    Relator& relator);
 
-// Runs the web facade and reports where its return file went.
-int ValidaWeb(const OpcoesWeb& opcoes, Relator& relator);
+// Runs the web facade and reports where its return file went; `saida`, when given, receives
+// what was reported (a failure before the facade ran: only its error and exit code).
+int ValidaWeb(const OpcoesWeb& opcoes, Relator& relator, ResultadoWeb* saida = nullptr);
 
 // The catalogue's text of a warning code, whether the catalogue holds the code, and the exit code
 // that tells it.

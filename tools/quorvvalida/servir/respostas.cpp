@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <fstream>
 #include <iterator>
 
 #include <fmt/core.h>
@@ -19,6 +18,7 @@
 #include "json_v1.hpp"
 #include "problemas.hpp"
 #include "servidor.hpp"
+#include "tipo_arquivo.hpp"
 #include "valores.hpp"
 
 namespace quorv::servico {
@@ -33,8 +33,6 @@ using Clock = std::chrono::steady_clock;
 constexpr const char* kArquivo = "remessa.txt";
 constexpr const char* kRetorno = "RETORNO.TXT";
 constexpr const char* kObjetoWeb = "web.json";
-// The web facade's object is read back for its failure only while it is this small.
-constexpr std::uintmax_t kMaiorObjetoLido = std::uintmax_t{16} * 1024 * 1024;
 
 constexpr const char* kTextoWindows1252 = "text/plain; charset=windows-1252";
 // JSON answers are not compressed by the service: the HTTP library compresses answers labelled
@@ -66,16 +64,6 @@ std::string ObjetoMensagem(const ferramenta::ResultadoMensagem& resultado) {
     return true;
   });
   ferramenta::json_v1::EscreveMensagem(escritor, resultado);
-  return objeto;
-}
-
-// A JSON object the tool wrote into a file of the request's directory.
-std::optional<nlohmann::json> LeObjeto(const std::string& caminho) {
-  std::error_code erro;
-  if (std::filesystem::file_size(caminho, erro) > kMaiorObjetoLido || erro) return std::nullopt;
-  std::ifstream arquivo(caminho, std::ios::binary);
-  const nlohmann::json objeto = nlohmann::json::parse(arquivo, nullptr, false);
-  if (objeto.is_discarded()) return std::nullopt;
   return objeto;
 }
 
@@ -272,7 +260,8 @@ void Servidor::ValidaWeb(const Rota& rota, const Request& req, Response& res,
     return std::fwrite(bytes.data(), 1, bytes.size(), objeto) == bytes.size();
   });
   vaga->AguardaTrabalhador();
-  const int codigo = ferramenta::ValidaWeb(opcoes, relator);
+  ferramenta::ResultadoWeb resultado;
+  const int codigo = ferramenta::ValidaWeb(opcoes, relator, &resultado);
   vaga.reset();
   const bool descarregado = relator.Escritor().Descarrega();
   const bool gravado = std::fclose(objeto) == 0 && descarregado;
@@ -286,14 +275,11 @@ void Servidor::ValidaWeb(const Rota& rota, const Request& req, Response& res,
     return;
   }
   if (codigo != ferramenta::kAceito && codigo != ferramenta::kComAdvertencias) {
-    const std::optional<nlohmann::json> lido = LeObjeto(kObjetoWeb);
-    const nlohmann::json erro =
-        lido && lido->contains("erro") ? (*lido)["erro"] : nlohmann::json::object();
-    const std::string tipo = erro.value("tipo", std::string("interno"));
+    const std::string tipo = resultado.erro ? resultado.erro->tipo : "interno";
     // A run that the file itself stopped is the facade's result, not a failure of the service.
     if (tipo != "erro_grave") {
       RespondeProblema(res, StatusDaFalha(tipo), tipo,
-                       erro.value("mensagem", std::string("a fachada web falhou")), false);
+                       resultado.erro ? resultado.erro->mensagem : "a fachada web falhou", false);
       return;
     }
   }
@@ -301,19 +287,13 @@ void Servidor::ValidaWeb(const Rota& rota, const Request& req, Response& res,
     EnviaArquivo(req, res, diretorio, kObjetoWeb, kJson);
     return;
   }
-  // Without the return file's text, the object is small: its fields go in the headers.
-  const std::optional<nlohmann::json> lido = LeObjeto(kObjetoWeb);
-  if (!lido) {
-    RespondeProblema(res, 500, "interno", "o resultado da fachada web não pôde ser lido", false);
-    return;
-  }
-  res.set_header("X-Quorv-Tipo", lido->value("tipo", std::string()));
-  res.set_header("X-Quorv-Resultado", lido->value("resultado", false) ? "true" : "false");
-  res.set_header("X-Quorv-Numero-Remessa",
-                 ParaCabecalho(lido->value("numero_remessa", std::string())));
+  // Without the return file's text the object's fields go in the headers.
+  res.set_header("X-Quorv-Tipo",
+                 resultado.tipo ? ferramenta::NomeDoTipo(*resultado.tipo) : "nenhum");
+  res.set_header("X-Quorv-Resultado", resultado.resultado ? "true" : "false");
+  res.set_header("X-Quorv-Numero-Remessa", ParaCabecalho(resultado.numeroRemessa));
   res.set_header("X-Quorv-Codigo-Saida", std::to_string(codigo));
-  EnviaArquivo(req, res, diretorio, lido->value("arquivo_retorno", std::string()),
-               kTextoWindows1252);
+  EnviaArquivo(req, res, diretorio, resultado.arquivoRetorno, kTextoWindows1252);
 }
 
 void Servidor::EnviaArquivo(const Request& req, Response& res,
