@@ -4,7 +4,7 @@ import {spawnSync} from 'node:child_process';
 import {createReadStream, existsSync, mkdirSync, mkdtempSync, readFileSync, rmSync, statSync, writeFileSync} from 'node:fs';
 import {createServer} from 'node:http';
 import {tmpdir} from 'node:os';
-import {extname, join, normalize, resolve} from 'node:path';
+import {basename, extname, join, normalize, resolve} from 'node:path';
 
 export const RAIZ = resolve(new URL('../..', import.meta.url).pathname);
 export const DIST = join(RAIZ, 'web/dist');
@@ -65,6 +65,9 @@ export function conformeAoEsquema(texto, objeto) {
       {encoding: 'utf8'});
   if (r.status !== 0) throw new Error(`${objeto}: o esquema recusa o objeto: ${r.stderr}`);
 }
+
+/** The kind of a sample or generated file, told by its name. */
+export const especieDe = (caminho) => (basename(caminho).startsWith('notas') ? 'notas' : 'fichas');
 
 /** A file written by the project's generator, kept in the build folder for the next run. */
 export function arquivoGerado(especie, linhas, defeitos) {
@@ -171,4 +174,3 @@ export async function navegador(opcoes = {}) {
   });
 }
 
-export function lerBytes(caminho) { return readFileSync(caminho); }

@@ -12,7 +12,7 @@ import {after, before, describe, test} from 'node:test';
 import carregarQuorvValida from '../dist/modulo/index.js';
 import {codigoSaida, csvAdvertencias, desfechoDaValidacao, jsonValidacao, lerAdvertencias, tipoDaFalha} from '../pagina/js/advertencias.js';
 
-import {AMOSTRAS_ARQUIVOS, arquivoGerado, BIBLIOTECA_EXEMPLO, comLinha, conformeAoEsquema, fichaComTipoDeLetras, HOJE, jsonNativo, nativo, RAIZ, temporario} from './apoio.mjs';
+import {AMOSTRAS_ARQUIVOS, arquivoGerado, BIBLIOTECA_EXEMPLO, comLinha, conformeAoEsquema, especieDe, fichaComTipoDeLetras, HOJE, jsonNativo, nativo, RAIZ, temporario} from './apoio.mjs';
 
 // The example state-registration library's rule, written in JavaScript: digits only, the last
 // the sum of the others modulo 10, for the home state alone.
@@ -35,7 +35,6 @@ const VERIFICADORES = {
   'regra de exemplo': {modulo: regraDeExemplo, nativo: ['--inscricao-lib', BIBLIOTECA_EXEMPLO]},
 };
 
-const especieDe = (nome) => (basename(nome).startsWith('notas') ? 'notas' : 'fichas');
 
 let q;
 let hoje;
@@ -161,7 +160,7 @@ function jsonDaPagina(caminho, resultado, separador = '#') {
 // The page's object against the tool's: every field they both carry, but the paths, which name
 // the browser's file and the tool's folders.
 function comparaObjetos(pagina, nativo, rotulo) {
-  const caminhos = new Set(['arquivo', 'diretorio', 'arquivo_advertencias', 'diagnostico']);
+  const caminhos = new Set(['arquivo', 'diretorio', 'arquivo_advertencias']);
   for (const chave of Object.keys(pagina)) {
     if (caminhos.has(chave) || !(chave in nativo) || chave === 'advertencias') continue;
     assert.deepEqual(pagina[chave], nativo[chave], `${rotulo}: ${chave}`);

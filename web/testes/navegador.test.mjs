@@ -10,11 +10,10 @@ import {after, before, describe, test} from 'node:test';
 
 import carregarQuorvValida from '../dist/modulo/index.js';
 
-import {AMOSTRAS_ARQUIVOS, arquivoGerado, comLinha, conformeAoEsquema, fichaComTipoDeLetras, HOJE, HOJE_ISO, jsonNativo, nativo, navegador, RAIZ, servidor, temporario} from './apoio.mjs';
+import {AMOSTRAS_ARQUIVOS, arquivoGerado, comLinha, conformeAoEsquema, especieDe, fichaComTipoDeLetras, HOJE, HOJE_ISO, jsonNativo, nativo, navegador, RAIZ, servidor, temporario} from './apoio.mjs';
 
 const CAPTURAS = join(RAIZ, 'build/web/capturas');
 mkdirSync(CAPTURAS, {recursive: true});
-const especieDe = (caminho) => (basename(caminho).startsWith('notas') ? 'notas' : 'fichas');
 
 let http;
 let contexto;

@@ -113,7 +113,6 @@ export function* lerAdvertencias(bytes, separador, especie, mensagem) {
       // Where the warned line lies in the file, for showing it.
       registro: registro < 0 ? null : [registro, ultimo],
       inicio,
-      fim,
     };
     inicio = proxima;
   }

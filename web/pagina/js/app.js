@@ -291,8 +291,9 @@ function mostra(item, foco) {
   $('com-advertencias').hidden = !r.advertencias;
   $('detalhe').hidden = true;
   if (r.advertencias) {
-    desenhaGrafico(r);
-    preencheFiltro(r);
+    const quantos = contagemPorCodigo(r);
+    desenhaGrafico(r, quantos);
+    preencheFiltro(r, quantos);
     aplicaFiltro();
   }
   if (foco) $('resultado').focus();
@@ -309,8 +310,7 @@ function rotuloDoCodigo(codigo) {
   return codigo.numero === null ? `"${codigo.texto}"` : String(codigo.numero);
 }
 
-function desenhaGrafico(r) {
-  const quantos = contagemPorCodigo(r);
+function desenhaGrafico(r, quantos) {
   const ordem = [...quantos.keys()].sort((a, b) => quantos[b] - quantos[a]).slice(0, 12);
   const maior = quantos[ordem[0]] || 1;
   const alvo = $('grafico');
@@ -347,8 +347,7 @@ function desenhaGrafico(r) {
   }
 }
 
-function preencheFiltro(r) {
-  const quantos = contagemPorCodigo(r);
+function preencheFiltro(r, quantos) {
   const filtro = $('filtro-codigo');
   filtro.replaceChildren(new Option(`todos (${numero.format(r.total)})`, ''));
   const ordem = [...r.codigos.keys()].sort(

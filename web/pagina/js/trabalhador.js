@@ -290,7 +290,7 @@ async function catalogos() {
       const f = fichas.MensagemAdvertenciaFichas(codigo);
       if (f.trim() !== '') lista.fichas.push([codigo, f]);
     }
-    postMessage({tipo: 'catalogos', lista, versao: q.Versao()});
+    postMessage({tipo: 'catalogos', lista});
   } finally {
     notas.delete();
     fichas.delete();
