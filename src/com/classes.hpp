@@ -41,6 +41,40 @@ HRESULT Protegido(Trabalho&& trabalho) {
   return S_OK;
 }
 
+// The automation Boolean of a C++ one.
+inline VARIANT_BOOL Booleano(bool valor) {
+  return valor ? VARIANT_TRUE : VARIANT_FALSE;
+}
+
+// A member that answers a text the library gives; null when that fails.
+template <class Leitura>
+HRESULT Texto(BSTR* resultado, Leitura&& leitura) {
+  if (resultado == nullptr) return E_POINTER;
+  *resultado = nullptr;
+  return Protegido([&] { *resultado = NovoBstr(leitura()); });
+}
+
+// A member that answers yes or no from the library; false when that fails.
+template <class Pergunta>
+HRESULT Logico(VARIANT_BOOL* resultado, Pergunta&& pergunta) {
+  if (resultado == nullptr) return E_POINTER;
+  *resultado = VARIANT_FALSE;
+  return Protegido([&] { *resultado = Booleano(pergunta()); });
+}
+
+// A property that answers a number or a Boolean as it is.
+template <class Valor, class Campo>
+HRESULT Le(Valor* destino, const Campo& campo) {
+  if (destino == nullptr) return E_POINTER;
+  *destino = campo;
+  return S_OK;
+}
+
+// A property that answers a text field as it is.
+inline HRESULT Le(BSTR* destino, const std::string& campo) {
+  return Texto(destino, [&]() -> const std::string& { return campo; });
+}
+
 // Runs a validating member: the run gets the remessa number the caller passed (as UTF-8) and the
 // caller gets back the one the run left. The result holds `falha` unless the run answered.
 template <class Resultado, class Corrida>
@@ -73,6 +107,15 @@ class EmExecucao {
   bool& ocupado_;
   const bool livre_;
 };
+
+// Valida_Dados and Valida_Fichas: one run at a time per object (a second answers 9), the remessa
+// number to and from the caller.
+template <class Corrida>
+HRESULT RodaValidador(bool& ocupado, BSTR* nNumeroRemessa, short* resultado, Corrida&& corrida) {
+  const EmExecucao execucao(ocupado);
+  if (!execucao.Livre()) return resultado == nullptr ? E_POINTER : (*resultado = 9, S_OK);
+  return ComNumeroDaRemessa(nNumeroRemessa, resultado, short{9}, corrida);
+}
 
 }  // namespace quorv::com
 

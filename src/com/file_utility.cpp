@@ -40,19 +40,15 @@ class FileUtilityCom final : public Automacao<_FileUtility> {
   }
 
   HRESULT STDMETHODCALLTYPE FileExists(BSTR* sArquivoRemessa, VARIANT_BOOL* resultado) override {
-    if (sArquivoRemessa == nullptr || resultado == nullptr) return E_POINTER;
-    *resultado = VARIANT_FALSE;
-    return Protegido([&] {
-      *resultado = utilitario_.FileExists(Utf8(*sArquivoRemessa)) ? VARIANT_TRUE : VARIANT_FALSE;
-    });
+    if (sArquivoRemessa == nullptr) return E_POINTER;
+    return Logico(resultado, [&] { return utilitario_.FileExists(Utf8(*sArquivoRemessa)); });
   }
 
  private:
   template <class Operacao>
   static HRESULT Texto(BSTR* sArquivoRemessa, BSTR* resultado, Operacao&& operacao) {
-    if (sArquivoRemessa == nullptr || resultado == nullptr) return E_POINTER;
-    *resultado = nullptr;
-    return Protegido([&] { *resultado = NovoBstr(operacao(Utf8(*sArquivoRemessa))); });
+    if (sArquivoRemessa == nullptr) return E_POINTER;
+    return quorv::com::Texto(resultado, [&] { return operacao(Utf8(*sArquivoRemessa)); });
   }
 
   quorv::FileUtility utilitario_;

@@ -33,9 +33,7 @@ class ClsQuorvAdvBDFichasCom final : public Automacao<_clsQuorvAdvBDFichas> {
   }
 
   HRESULT STDMETHODCALLTYPE get_EndOfStream(VARIANT_BOOL* valor) override {
-    if (valor == nullptr) return E_POINTER;
-    *valor = leitor_.EndOfStream() ? VARIANT_TRUE : VARIANT_FALSE;
-    return S_OK;
+    return Le(valor, Booleano(leitor_.EndOfStream()));
   }
 
   HRESULT STDMETHODCALLTYPE get_TR(BSTR* valor) override {
@@ -46,20 +44,14 @@ class ClsQuorvAdvBDFichasCom final : public Automacao<_clsQuorvAdvBDFichas> {
     return Texto(valor, [&] { return leitor_.Nota(); });
   }
 
-  HRESULT STDMETHODCALLTYPE get_LINHA(long* valor) override {
-    if (valor == nullptr) return E_POINTER;
-    *valor = leitor_.LINHA();
-    return S_OK;
-  }
+  HRESULT STDMETHODCALLTYPE get_LINHA(long* valor) override { return Le(valor, leitor_.LINHA()); }
 
   HRESULT STDMETHODCALLTYPE get_Descricao(BSTR* valor) override {
     return Texto(valor, [&] { return leitor_.Descricao(); });
   }
 
   HRESULT STDMETHODCALLTYPE get_TotalRecords(long* valor) override {
-    if (valor == nullptr) return E_POINTER;
-    *valor = leitor_.TotalRecords();
-    return S_OK;
+    return Le(valor, leitor_.TotalRecords());
   }
 
   // The one member that reports a failure to its caller: asked without an open stream, the
@@ -77,13 +69,6 @@ class ClsQuorvAdvBDFichasCom final : public Automacao<_clsQuorvAdvBDFichas> {
   }
 
  private:
-  template <class Leitura>
-  static HRESULT Texto(BSTR* valor, Leitura&& leitura) {
-    if (valor == nullptr) return E_POINTER;
-    *valor = nullptr;
-    return Protegido([&] { *valor = NovoBstr(leitura()); });
-  }
-
   quorv::clsQuorvAdvBDFichas leitor_;
 };
 

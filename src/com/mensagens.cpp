@@ -15,10 +15,8 @@ class ClsQuorvMsgCom final : public Automacao<_clsQuorvMsg> {
 
   HRESULT STDMETHODCALLTYPE MensagemAdvertencia(short* nCodigoAdvertencia,
                                                 BSTR* resultado) override {
-    if (nCodigoAdvertencia == nullptr || resultado == nullptr) return E_POINTER;
-    *resultado = nullptr;
-    return Protegido(
-        [&] { *resultado = NovoBstr(catalogo_.MensagemAdvertencia(*nCodigoAdvertencia)); });
+    if (nCodigoAdvertencia == nullptr) return E_POINTER;
+    return Texto(resultado, [&] { return catalogo_.MensagemAdvertencia(*nCodigoAdvertencia); });
   }
 
  private:
@@ -31,10 +29,9 @@ class ClsQuorvMsgFichasCom final : public Automacao<_clsQuorvMsgFichas> {
 
   HRESULT STDMETHODCALLTYPE MensagemAdvertenciaFichas(short* nCodigoAdvertencia,
                                                       BSTR* resultado) override {
-    if (nCodigoAdvertencia == nullptr || resultado == nullptr) return E_POINTER;
-    *resultado = nullptr;
-    return Protegido(
-        [&] { *resultado = NovoBstr(catalogo_.MensagemAdvertenciaFichas(*nCodigoAdvertencia)); });
+    if (nCodigoAdvertencia == nullptr) return E_POINTER;
+    return Texto(resultado,
+                 [&] { return catalogo_.MensagemAdvertenciaFichas(*nCodigoAdvertencia); });
   }
 
  private:

@@ -24,9 +24,7 @@ class ValidacaoCom final : public AutomacaoComEventos<_Validacao> {
                                          double nChaveProcessamento, BSTR sOrigemChamada,
                                          BSTR sNomeServidor, BSTR sCaracterSeparador,
                                          short* resultado) override {
-    const EmExecucao execucao(emExecucao_);
-    if (!execucao.Livre()) return resultado == nullptr ? E_POINTER : (*resultado = 9, S_OK);
-    return ComNumeroDaRemessa(nNumeroRemessa, resultado, short{9}, [&](std::string& numero) {
+    return RodaValidador(emExecucao_, nNumeroRemessa, resultado, [&](std::string& numero) {
       return validacao_.Valida_Dados(Utf8(sArquivoRemessa), numero, Utf8(sDiretorioTrabalho),
                                      nChaveRemessa, nChaveProcessamento, Utf8(sOrigemChamada),
                                      Utf8(sNomeServidor), Utf8(sCaracterSeparador));
@@ -35,11 +33,8 @@ class ValidacaoCom final : public AutomacaoComEventos<_Validacao> {
 
   HRESULT STDMETHODCALLTYPE Gravar_Erro(long lCodErro, double* dLINHA,
                                         VARIANT_BOOL* resultado) override {
-    if (resultado == nullptr) return E_POINTER;
-    *resultado = VARIANT_FALSE;
-    return Protegido([&] {
-      const double linha = dLINHA == nullptr ? 0 : *dLINHA;
-      *resultado = validacao_.Gravar_Erro(lCodErro, linha) ? VARIANT_TRUE : VARIANT_FALSE;
+    return Logico(resultado, [&] {
+      return validacao_.Gravar_Erro(lCodErro, dLINHA == nullptr ? 0 : *dLINHA);
     });
   }
 

@@ -14,10 +14,6 @@ namespace {
 // FichaProgress's DISPID in __ValidacaoFichaCadastral, as the type library declares it.
 constexpr DISPID kFichaProgress = 1;
 
-VARIANT_BOOL Booleano(bool valor) {
-  return valor ? VARIANT_TRUE : VARIANT_FALSE;
-}
-
 class ValidacaoFichaCadastralCom final : public AutomacaoComEventos<_ValidacaoFichaCadastral> {
  public:
   ValidacaoFichaCadastralCom()
@@ -86,9 +82,7 @@ class ValidacaoFichaCadastralCom final : public AutomacaoComEventos<_ValidacaoFi
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE get_bTem_Erro_Grave(VARIANT_BOOL* valor) override {
-    if (valor == nullptr) return E_POINTER;
-    *valor = Booleano(fichas_.bTem_Erro_Grave);
-    return S_OK;
+    return Le(valor, Booleano(fichas_.bTem_Erro_Grave));
   }
   HRESULT STDMETHODCALLTYPE put_bTem_Erro_Grave(VARIANT_BOOL valor) override {
     fichas_.bTem_Erro_Grave = valor != VARIANT_FALSE;
@@ -100,9 +94,7 @@ class ValidacaoFichaCadastralCom final : public AutomacaoComEventos<_ValidacaoFi
                                           double nChaveProcessamento, BSTR sOrigemChamada,
                                           BSTR sNomeServidor, BSTR sCaracterSeparador,
                                           short* resultado) override {
-    const EmExecucao execucao(emExecucao_);
-    if (!execucao.Livre()) return resultado == nullptr ? E_POINTER : (*resultado = 9, S_OK);
-    return ComNumeroDaRemessa(nNumeroRemessa, resultado, short{9}, [&](std::string& numero) {
+    return RodaValidador(emExecucao_, nNumeroRemessa, resultado, [&](std::string& numero) {
       return fichas_.Valida_Fichas(Utf8(sArquivoRemessa), numero, Utf8(sDiretorioTrabalho),
                                    nChaveRemessa, nChaveProcessamento, Utf8(sOrigemChamada),
                                    Utf8(sNomeServidor), Utf8(sCaracterSeparador));
@@ -111,46 +103,26 @@ class ValidacaoFichaCadastralCom final : public AutomacaoComEventos<_ValidacaoFi
 
   HRESULT STDMETHODCALLTYPE Procedimentos_Finais_Fichas(BSTR* sDIRETORIOORDADV,
                                                         VARIANT_BOOL* resultado) override {
-    if (sDIRETORIOORDADV == nullptr || resultado == nullptr) return E_POINTER;
-    *resultado = VARIANT_FALSE;
-    return Protegido([&] {
-      *resultado = Booleano(fichas_.Procedimentos_Finais_Fichas(Utf8(*sDIRETORIOORDADV)));
-    });
+    if (sDIRETORIOORDADV == nullptr) return E_POINTER;
+    return Logico(resultado,
+                  [&] { return fichas_.Procedimentos_Finais_Fichas(Utf8(*sDIRETORIOORDADV)); });
   }
 
   HRESULT STDMETHODCALLTYPE Gravar_Erro_Ficha(long lCodErro, double* dLINHA,
                                               VARIANT_BOOL* resultado) override {
-    if (resultado == nullptr) return E_POINTER;
-    *resultado = VARIANT_FALSE;
-    return Protegido([&] {
-      *resultado = Booleano(fichas_.Gravar_Erro_Ficha(lCodErro, dLINHA == nullptr ? 0 : *dLINHA));
+    return Logico(resultado, [&] {
+      return fichas_.Gravar_Erro_Ficha(lCodErro, dLINHA == nullptr ? 0 : *dLINHA);
     });
   }
 
   HRESULT STDMETHODCALLTYPE Gravar_Erro_FichaTR110(long lCodErro, double* dLINHA,
                                                    VARIANT_BOOL* resultado) override {
-    if (resultado == nullptr) return E_POINTER;
-    *resultado = VARIANT_FALSE;
-    return Protegido([&] {
-      *resultado =
-          Booleano(fichas_.Gravar_Erro_FichaTR110(lCodErro, dLINHA == nullptr ? 0 : *dLINHA));
+    return Logico(resultado, [&] {
+      return fichas_.Gravar_Erro_FichaTR110(lCodErro, dLINHA == nullptr ? 0 : *dLINHA);
     });
   }
 
  private:
-  static HRESULT Le(BSTR* destino, const std::string& campo) {
-    if (destino == nullptr) return E_POINTER;
-    *destino = NovoBstr(campo);
-    return S_OK;
-  }
-
-  template <class Numero, class Campo>
-  static HRESULT Le(Numero* destino, const Campo& campo) {
-    if (destino == nullptr) return E_POINTER;
-    *destino = campo;
-    return S_OK;
-  }
-
   static HRESULT Escreve(BSTR valor, std::string& campo) {
     return Protegido([&] { campo = Utf8(valor); });
   }

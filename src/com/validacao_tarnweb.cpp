@@ -25,10 +25,7 @@ class ValidacaoTarnWEBCom final : public Automacao<_ValidacaoTarnWEB> {
 
   HRESULT STDMETHODCALLTYPE BreakString(BSTR psTexto, short piSub, short piMaxLen,
                                         BSTR* resultado) override {
-    if (resultado == nullptr) return E_POINTER;
-    *resultado = nullptr;
-    return Protegido(
-        [&] { *resultado = NovoBstr(web_.BreakString(Utf8(psTexto), piSub, piMaxLen)); });
+    return Texto(resultado, [&] { return web_.BreakString(Utf8(psTexto), piSub, piMaxLen); });
   }
 
   HRESULT STDMETHODCALLTYPE Valida_TIPO(BSTR sFilePath, BSTR sFileRetorno, BSTR sDirTrabalho,
@@ -62,9 +59,7 @@ class ValidacaoTarnWEBCom final : public Automacao<_ValidacaoTarnWEB> {
   template <class Entrada>
   static HRESULT Valida(BSTR* nNumeroRemessa, VARIANT_BOOL* resultado, Entrada&& entrada) {
     return ComNumeroDaRemessa(nNumeroRemessa, resultado, VARIANT_BOOL{VARIANT_FALSE},
-                              [&](std::string& numero) -> VARIANT_BOOL {
-                                return entrada(numero) ? VARIANT_TRUE : VARIANT_FALSE;
-                              });
+                              [&](std::string& numero) { return Booleano(entrada(numero)); });
   }
 
   quorv::ValidacaoTarnWEB web_;
