@@ -142,13 +142,12 @@ HRESULT PontoDeConexao::EnumConnections(IEnumConnections** enumerador) {
 
 void PontoDeConexao::Dispara(DISPID id, double& valor) {
   if (receptores_.empty()) return;
-  std::vector<IDispatch*> atuais;
-  atuais.reserve(receptores_.size());
+  atuais_.clear();
   for (const auto& receptor : receptores_) {
     receptor.second->AddRef();
-    atuais.push_back(receptor.second);
+    atuais_.push_back(receptor.second);
   }
-  for (IDispatch* receptor : atuais) {
+  for (IDispatch* receptor : atuais_) {
     VARIANTARG argumento;
     V_VT(&argumento) = VT_R8 | VT_BYREF;
     V_R8REF(&argumento) = &valor;

@@ -42,6 +42,10 @@ class PontoDeConexao final : public IConnectionPoint {
   IConnectionPointContainer* const container_;
   const IID eventos_;
   std::vector<std::pair<DWORD, IDispatch*>> receptores_;
+  // The sinks of the event being raised, held apart since a sink may disconnect meanwhile; kept
+  // between events so that raising one (once per line of a form file) allocates nothing. Events
+  // never nest: a run cannot start while one is raised.
+  std::vector<IDispatch*> atuais_;
   DWORD proximoCookie_ = 1;
 };
 

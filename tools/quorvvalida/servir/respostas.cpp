@@ -73,9 +73,7 @@ void Servidor::Recebe(const Rota& rota, const Request& req, Response& res,
                       const httplib::ContentReader& leitor) {
   std::optional<Admissao::Vaga> vaga = admissao_.Reserva();
   if (!vaga) {
-    res.set_header("Retry-After", std::to_string(admissao_.SegundosParaTentarDeNovo()));
-    RespondeProblema(res, 503, "servico_ocupado",
-                     "todas as validações e a fila estão ocupadas; tente de novo mais tarde", true);
+    RespondeOcupado(res);
     return;
   }
   std::string erro;
@@ -331,6 +329,12 @@ void Servidor::EnviaArquivo(const Request& req, Response& res,
         // last byte is how the library is told to close).
         return !(encerrando_ && desde + static_cast<std::size_t>(lidos) == total);
       });
+}
+
+void Servidor::RespondeOcupado(Response& res) const {
+  res.set_header("Retry-After", std::to_string(admissao_.SegundosParaTentarDeNovo()));
+  RespondeProblema(res, 503, "servico_ocupado",
+                   "todas as validações e a fila estão ocupadas; tente de novo mais tarde", true);
 }
 
 void Servidor::PreparaCatalogos() {

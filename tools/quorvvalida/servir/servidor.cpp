@@ -4,9 +4,7 @@
 
 #include <cstdio>
 #include <ctime>
-#include <filesystem>
 #include <random>
-#include <system_error>
 
 #include <fmt/core.h>
 
@@ -89,13 +87,12 @@ Servidor::Servidor(const Configuracao& configuracao, std::optional<Autorizacao> 
     httplib::default_socket_options(socket);
     escuta_ = socket;
   });
+  // A backstop: a declared length over the limit is answered 413 before routing, and a chunked
+  // body is cut off as it arrives.
   servidor_.set_payload_max_length(configuracao.limiteCorpo);
 
-  std::error_code erro;
-  if (!configuracao.pagina.empty() && std::filesystem::is_directory(configuracao.pagina, erro) &&
-      servidor_.set_mount_point("/", configuracao.pagina)) {
-    pagina_ = configuracao.pagina;
-  }
+  // The library mounts only a folder that is there.
+  if (servidor_.set_mount_point("/", configuracao.pagina)) pagina_ = configuracao.pagina;
 
   servidor_.set_expect_100_continue_handler(
       [this](const Request& req, Response& res) { return Triagem(req, res) ? 100 : res.status; });
@@ -346,9 +343,7 @@ bool Servidor::Triagem(const Request& req, Response& res) {
     return false;
   }
   if (!admissao_.TemVaga()) {
-    res.set_header("Retry-After", std::to_string(admissao_.SegundosParaTentarDeNovo()));
-    RespondeProblema(res, 503, "servico_ocupado",
-                     "todas as validações e a fila estão ocupadas; tente de novo mais tarde", true);
+    RespondeOcupado(res);
     return false;
   }
   return true;

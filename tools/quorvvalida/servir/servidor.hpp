@@ -79,9 +79,11 @@ class Servidor {
   // The bytes the answer to `req` has sent, counted as its pieces go out; and a piece's check
   // that the client is reading fast enough.
   std::shared_ptr<std::uint64_t> ContadorDeEnvio(const httplib::Request& req);
+  bool EnvioNoPrazo(std::chrono::steady_clock::time_point inicio, std::uint64_t enviados) const;
   // The catalogues, read once: every code whose text the catalogue holds.
   void PreparaCatalogos();
-  bool EnvioNoPrazo(std::chrono::steady_clock::time_point inicio, std::uint64_t enviados) const;
+  // 503 with Retry-After: every validation and the queue are taken.
+  void RespondeOcupado(httplib::Response& res) const;
 
   Contexto& AbreContexto(const httplib::Request& req, httplib::Response& res);
   Contexto* ContextoDe(const httplib::Request& req);
